@@ -1,0 +1,36 @@
+#include "registry/pid_dir.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+
+namespace launcher {
+namespace {
+
+std::string PidDirUnder(std::string dir, std::string_view suffix) {
+  std::replace(dir.begin(), dir.end(), '\\', '/');
+  dir.erase(dir.find_last_not_of('/') + 1);
+  if (!suffix.empty()) dir.append("/").append(suffix);
+  return dir + "/";
+}
+
+}  // namespace
+
+std::string GetPidDir() {
+  const char* suffix = "var/oss_tmp";
+  const char* root = std::getenv("NORV_ROOT");
+  if (root == nullptr) {
+    suffix = "";
+    root = std::getenv("_APP_SHARE_DIR");
+  }
+  if (root == nullptr) {
+    std::puts("Error: NORV_ROOT/APP_ROOT env not found!");
+    return {};
+  }
+  std::string dir = PidDirUnder(root, suffix);
+  std::printf("pid dir %s\n", dir.c_str());
+  return dir;
+}
+
+}  // namespace launcher
