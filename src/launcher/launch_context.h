@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+
+#include "launcher/params.h"
+
+namespace launcher {
+
+/// One launcher process: who it is, and with what parameters it was started. The pair (`procName`, `procHandle`) is the
+/// identity under which it is registered and stopped.
+struct LaunchContext {
+  LaunchContext() { Clear(); }
+
+  /// Sets every field to 0, false or empty.
+  void Clear();
+
+  /// Takes the program path as the caller gave it (argv[0]), prints it and its parts, and sets `exeDir`, `procName`
+  /// and, for an executable named "java", `javaFlag`.
+  void SetProcFilePath(const std::string& strProcFilePath);
+
+  /// Sets `procHandle` from `params`: the second of two values of "agentlable", or else the only value of "p". When
+  /// `procName` is "java", both `procName` and `procHandle` come from the first value of "Dprocname" instead, and that
+  /// key is added to `params` where it is missing. Comes after SetProcFilePath and ParseParams.
+  void ResolveProcIdentity();
+
+  /// Sets `pid` to that of this process.
+  void SetOwnPid();
+
+  int pid;
+  std::string exeDir;
+  bool javaFlag;
+  std::string procName;
+  int procHandle;
+  ParamMap params;
+};
+
+}  // namespace launcher
