@@ -1,0 +1,37 @@
+#include "host/service_module.h"
+
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "host/stop_thread.h"
+#include "registry/proc_file_manager.h"
+
+namespace launcher {
+
+void* OpenServiceModule(const std::string& path) {
+  static_cast<void>(std::fflush(stdout));  // What cannot be written now is tried again with the next line.
+  void* const module = ::dlopen(path.c_str(), RTLD_LAZY | RTLD_GLOBAL);
+  if (module == nullptr) {
+    std::printf("%s%s%s%s\n", "open ", path.c_str(), " failed:", ::dlerror());
+    std::exit(-1);
+  }
+  return module;
+}
+
+int CallStopService() {
+  const std::string path = ProcFileManager::GetInstance()->GetModulePath();
+  void* const module = OpenServiceModule(path);
+  std::puts("received quit symbol");
+  const auto stopService = reinterpret_cast<int (*)()>(::dlsym(module, "StopService"));
+  if (stopService == nullptr) {
+    std::printf("Error: %s%s%s\n", "find StopService symbol from ", path.c_str(), " failed!");
+    std::exit(-1);
+  }
+  std::puts("stop the service ...");
+  static_cast<void>(std::fflush(stdout));
+  return CallUnderInterruptedMask(stopService);
+}
+
+}  // namespace launcher

@@ -1,0 +1,52 @@
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "host/boot_module.h"
+#include "host/service_module.h"
+#include "host/stop_thread.h"
+#include "host/termination_handler.h"
+#include "launcher/mode_entries.h"
+#include "registry/proc_file_manager.h"
+
+namespace launcher {
+namespace {
+
+void Register(const LaunchContext& context) {
+  const char* const name = context.procName.c_str();
+  std::printf("startParam: %s %d : %d\n", name, context.procHandle, context.pid);
+  if (ProcFileManager::GetInstance()->WriteProcFile(context.procName, context.procHandle, context.pid) != 0) {
+    std::printf("Error: write %s %d : %d failed!\n", name, context.procHandle, context.pid);
+    std::exit(-1);
+  }
+  std::puts("WriteProcFile finish");
+}
+
+auto FindBootstrap(const std::string& path) {
+  const auto bootstrap = reinterpret_cast<int (*)(int, char**)>(::dlsym(OpenServiceModule(path), "Bootstrap"));
+  if (bootstrap == nullptr) {
+    std::printf("Error: find BOOT_STRAP symbol from %s failed!\n", path.c_str());
+    std::exit(-1);
+  }
+  return bootstrap;
+}
+
+}  // namespace
+
+int StartProcess(int argc, char** argv, const LaunchContext& context) {
+  const std::string path = GetBootModulePath(context);
+  // Before the registry, which installs the handler: the first SIGTERM that is handled finds the thread running.
+  StartStopThread(AnswerSignal);
+  ProcFileManager::GetInstance()->SetModulePath(path);
+  Register(context);
+
+  const auto bootstrap = FindBootstrap(path);
+  static_cast<void>(std::fflush(stdout));
+  const int result = bootstrap(argc, argv);
+  WaitForAcceptedStops();
+  return result;
+}
+
+}  // namespace launcher

@@ -1,0 +1,25 @@
+#include "registry/termination_handler.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+
+#include "host/service_module.h"
+#include "host/stop_thread.h"
+#include "host/termination_handler.h"
+
+namespace launcher {
+
+void AnswerSignal(int signalNumber) {
+  std::printf("received signal symbol %d\n", signalNumber);
+  if (signalNumber == SIGTERM && CallStopService() != 0) std::printf("handle_linux_signal failed.");
+  static_cast<void>(std::fflush(stdout));
+}
+
+}  // namespace launcher
+
+void handle_linux_signal(int signalNumber) {
+  const int interruptedErrno = errno;
+  if (!launcher::HandOverSignal(signalNumber)) launcher::AnswerSignal(signalNumber);
+  errno = interruptedErrno;
+}
