@@ -1,0 +1,64 @@
+#include <signal.h>
+
+#include <cstdio>
+#include <list>
+#include <string>
+
+#include "launcher/mode_entries.h"
+#include "registry/proc_file_manager.h"
+#include "stop/process_verification.h"
+
+namespace launcher {
+namespace {
+
+void GetStopProcessList(const std::string& procName, int procHandle, std::list<LaunchContext>& stopList) {
+  stopList.clear();
+  if (procName.empty()) {
+    std::puts("please config stop -procName=youProcName [-procHandle=yourProcHandle]");
+    return;
+  }
+  LaunchContext target;
+  if (ProcFileManager::GetInstance()->ReadProcFile(procName, procHandle, target.pid) != 0) {
+    std::printf("Error: read %s %d failed!\n", procName.c_str(), procHandle);
+    return;
+  }
+  if (VerifyProcNameByProcessID(procName, target.pid) != 0) {
+    std::printf("Error: verify %s %d failed!\n", procName.c_str(), procHandle);
+    return;
+  }
+  target.procName = procName;
+  target.procHandle = procHandle;
+  stopList.push_back(target);
+}
+
+int KillProcess(int pid) { return ::kill(pid, SIGTERM); }
+
+void Stop(const LaunchContext& target) {
+  const char* const name = target.procName.c_str();
+  std::printf("stop process pid:%d:(procName:%s, procHandle:%d) ...\n", target.pid, name, target.procHandle);
+  const int result = KillProcess(target.pid);
+  if (result == 0) ProcFileManager::GetInstance()->DeleteProcFile(target.procName, target.procHandle);
+  std::printf("stop process %d result %d\n", target.pid, result);
+}
+
+// A reader that closed the pipe on our lines must not end us between reading the record and sending the signal.
+void BlockPipeSignal() {
+  sigset_t pipe;
+  sigemptyset(&pipe);
+  sigaddset(&pipe, SIGPIPE);
+  ::pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+}
+
+}  // namespace
+
+int StopProcess(int /*argc*/, char** /*argv*/, const LaunchContext& context) {
+  BlockPipeSignal();
+  std::printf("starting to stop procName %s, procHandle %d\n", context.procName.c_str(), context.procHandle);
+  std::list<LaunchContext> stopList;
+  GetStopProcessList(context.procName, context.procHandle, stopList);
+  std::printf("%d process need to stop ...\n", static_cast<int>(stopList.size()));
+  for (const LaunchContext& target : stopList) Stop(target);
+  return 0;
+}
+
+}  // namespace launcher
