@@ -1,0 +1,39 @@
+// A service that prints a line a second until it is stopped.
+
+#include <chrono>
+#include <condition_variable>
+#include <iostream>
+#include <mutex>
+#include <thread>
+
+namespace {
+
+std::mutex mutex;
+std::condition_variable stopRequested;
+bool stopped = false;
+
+void Tick() {
+  std::unique_lock lock(mutex);
+  for (int tick = 1; !stopped; ++tick) {
+    std::cout << "tick " << tick << std::endl;
+    stopRequested.wait_for(lock, std::chrono::seconds(1), [] { return stopped; });
+  }
+}
+
+}  // namespace
+
+extern "C" [[gnu::visibility("default")]] int Bootstrap(int /*argc*/, char** /*argv*/) {
+  std::thread worker(Tick);
+  worker.join();
+  std::cout << "ticker ends" << std::endl;
+  return 0;
+}
+
+extern "C" [[gnu::visibility("default")]] int StopService() {
+  {
+    const std::lock_guard lock(mutex);
+    stopped = true;
+  }
+  stopRequested.notify_all();
+  return 0;
+}
