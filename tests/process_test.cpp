@@ -1,0 +1,166 @@
+#include <sys/wait.h>
+
+#include <csignal>
+#include <cstdio>
+#include <memory>
+#include <regex>
+#include <utility>
+#include <vector>
+
+#include "scratch.h"
+
+namespace {
+
+using Process = Scratch;
+
+// A run of the launcher, with its standard output on a pipe to the test. `variables` and `command` are shell text; the
+// command's first word is argv[0].
+class Launch {
+ public:
+  Launch(const std::string& variables, const std::string& command)
+      : pipe_(popen(("exec env -i bash -c 'echo $$; export LD_LIBRARY_PATH=" FIXTURES " " + variables + "; exec -a " +
+                     command.substr(0, command.find(' ')) + " " LAUNCHER + command.substr(command.find(' ')) + "'")
+                        .c_str(),
+                    "r")) {
+    SeesOutput("\n");
+    pid = std::stoi(std::exchange(output_, ""));
+  }
+  Launch(const Launch&) = delete;
+  Launch& operator=(const Launch&) = delete;
+  ~Launch() {
+    if (pipe_ == nullptr) return;
+    kill(pid, SIGKILL);
+    pclose(pipe_);
+  }
+
+  // Reads until the output ends with `text`; with an empty text, all of it.
+  bool SeesOutput(const std::string& text) {
+    for (int byte = 0; (text.empty() || !output_.ends_with(text)) && (byte = std::fgetc(pipe_)) != EOF;) {
+      output_ += static_cast<char>(byte);
+    }
+    return output_.ends_with(text);
+  }
+
+  // All output, and the exit status or minus the number of the signal that ended the process.
+  std::string Transcript() {
+    SeesOutput("");
+    const int status = pclose(std::exchange(pipe_, nullptr));
+    const int end = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    return std::regex_replace(output_, std::regex("\\b" + std::to_string(pid) + "\\b"), "PID") + std::to_string(end);
+  }
+
+  pid_t pid = 0;
+
+ private:
+  std::FILE* pipe_;
+  std::string output_;
+};
+
+const std::string identity = "strProcFilePath:svc\nstrStdDir , strStdExeName svc\n";
+const std::string dir = "pid dir ./var/oss_tmp/\n";
+const std::string registered =
+    "startParam: svc 0 : PID\nwrite ./var/oss_tmp/svc_0.pid : iOSProcessID:PID\nWriteProcFile finish\n";
+const std::string started = identity + dir + registered;
+const std::string answer = "received signal symbol 15\nreceived quit symbol\nstop the service ...\n";
+const std::string noPath =
+    "received signal symbol 15\nreceived quit symbol\nError: find StopService symbol from  failed!\n";
+const std::string stopping = identity + "starting to stop procName svc, procHandle 0\n";
+
+std::string Repeated(const std::string& text, int times) {
+  std::string all;
+  while (times-- > 0) all += text;
+  return all;
+}
+
+}  // namespace
+
+TEST_F(Process, RunsHaveTheirTranscripts) {
+  std::filesystem::create_directories("var/oss_tmp");
+  const std::string probe = "-boot=probe -do ", faults = "LD_PRELOAD=" FIXTURES "/libfaults.so ";
+  const std::string twice = started + answer + "stops 1\n" + answer + "stops 2\n77";
+  const std::string longName(100'000, 'x');
+  const struct {
+    std::string variables, arguments, transcript;
+  } rows[] = {
+      {"", "-s=dumpMap -s=stop", identity + "todo dumpMap...0"},
+      {"", "x - -s dumpStack", identity + "ignore param x!param  invalid!todo dumpStack...0"},
+      {"", "-s=%n" + longName, identity + "Error: s param %n" + longName + " unknow!255"},
+      {"", "-s", identity + "Error: s param  unknow!255"},
+      {"", "-boot=probe -boot=x -do arguments", started + "-boot=probe|-boot=x|-do|arguments|5"},
+      {"", "-boot probe wide", started + "0"},
+      {"", probe + "killed", started + "-9"},
+      {"", "-boot=",
+       identity + "process get --boot para failed!  try to use default module tresk.\n" + dir + registered +
+           "open libtresk.so failed:libtresk.so: cannot open shared object file: No such file or directory\n255"},
+      {"", "-boot=no_bootstrap", started + "Error: find BOOT_STRAP symbol from libno_bootstrap.so failed!\n255"},
+      {"", "-boot=no_stop_service -do twice",
+       started + "received signal symbol 15\nreceived quit symbol\n" +
+           "Error: find StopService symbol from libno_stop_service.so failed!\n255"},
+      {"", probe + "twice", twice},
+      {faults + "NO_THREADS=1", probe + "twice", twice},
+      {"", probe + "failing", started + answer + "handle_linux_signal failed.stops 1\n0"},
+      {"", probe + "locked", started + "went on with 0\n" + answer + "stops 1\n0"},
+      {"", probe + "slow", started + answer + "stops 1\n" + answer + "stops 2\n0"},
+      {"", probe + "late", started + answer + "stops 0\n0"},
+      {"", probe + "masked", started + answer + "blocked 110\nhere 00\n0"},
+      {"", probe + "pipe", started + "stops 1\n0"},
+      {"", probe + "forked", started + answer + "41"},
+      {"", probe + "default", started + answer + "-15"},
+      {"", probe + "crowd", started + Repeated(answer, 80) + "stops 80\n0"},
+      {"RAISE_WHILE_LOADING=1", probe + "stopped", started + answer + "stops 1\n0"},
+      {faults + "RAISE_AT_INSTALLATION=1", probe + "twice", identity + dir + noPath + "255"},
+      {faults + "RAISE_AT_INSTALLATION=1", "-s=stop", stopping + dir + noPath + "255"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Launch("NORV_ROOT=. " + row.variables, "svc " + row.arguments).Transcript(), row.transcript);
+  }
+}
+
+TEST_F(Process, StopsUnderFireAreAnsweredOnceEach) {
+  std::vector<std::unique_ptr<Launch>> services(8);
+  for (auto& service : services) service = std::make_unique<Launch>("NORV_ROOT=.", "svc -boot=probe -do fire");
+  for (auto& service : services) EXPECT_EQ(service->Transcript(), started + Repeated(answer, 25) + "0");
+}
+
+TEST_F(Process, StopModeStopsWhomItsRecordNames) {
+  std::filesystem::create_directories("var/oss_tmp");
+  const std::string root = "NORV_ROOT=" + dir_, record = dir_ + "/var/oss_tmp/svc_3.pid";
+  const std::string svc = dir_ + "/bin/svc ", stop = svc + "-s=stop -p=3";
+  const std::string head =
+      "strProcFilePath:" + svc.substr(0, svc.size() - 1) + "\nstrStdDir " + dir_ + "/bin, strStdExeName svc\n";
+  const std::string pidDir = "pid dir " + dir_ + "/var/oss_tmp/\n";
+  Launch service(root, svc + "-p=3 -boot=probe -do wait");
+  ASSERT_TRUE(service.SeesOutput("ready\n"));
+  const std::string pid = std::to_string(service.pid);
+  EXPECT_EQ(ReadFile(record), pid);
+
+  const auto read = [&](const std::string& number) {
+    return head + "starting to stop procName svc, procHandle 3\n" + pidDir + "read " + record +
+           " : iOSProcessID:" + number + "\n";
+  };
+  const std::string found =
+      read(pid) + "1 process need to stop ...\nstop process pid:" + pid + ":(procName:svc, procHandle:3) ...\n";
+  EXPECT_EQ(Launch(root + " LD_PRELOAD=" FIXTURES "/libfaults.so", stop).Transcript(),
+            found + "stop process " + pid + " result -1\n0");
+  EXPECT_EQ(ReadFile(record), pid);
+  EXPECT_EQ(Launch(root, stop).Transcript(), found + "delete " + record + "\nstop process " + pid + " result 0\n0");
+  EXPECT_FALSE(std::filesystem::exists(record));
+  EXPECT_EQ(service.Transcript(), head + pidDir + "startParam: svc 3 : PID\nwrite " + record +
+                                      " : iOSProcessID:PID\nWriteProcFile finish\nready\n" + answer + "0");
+
+  const std::string own = std::to_string(getpid());
+  WriteFile(record, own);  // of a process that has another name
+  EXPECT_EQ(Launch(root, stop).Transcript(),
+            read(own) + "[VerifyProcNameByProcessID]verify process svc " + own +
+                " failed!\nError: verify svc 3 failed!\n0 process need to stop ...\n0");
+  EXPECT_EQ(ReadFile(record), own);
+  std::filesystem::remove(record);
+  EXPECT_EQ(Launch(root, stop).Transcript(), read("0") +
+                                                 "Error: read proc name handle svc 3 but osprocid 0 invalid!\n" +
+                                                 "Error: read svc 3 failed!\n0 process need to stop ...\n0");
+  EXPECT_EQ(Launch(root, "/bin/java -s=stop").Transcript(),
+            "strProcFilePath:/bin/java\nstrStdDir /bin, strStdExeName java\nstarting to stop procName , procHandle 0\n"
+            "please config stop -procName=youProcName [-procHandle=yourProcHandle]\n0 process need to stop ...\n0");
+  // Nobody reads the pipe.
+  EXPECT_EQ(Launch(root + "; mkfifo pipe; exec 3<>pipe 4>pipe 3<&-", stop + " >&4").Transcript(), "0");
+}

@@ -1,0 +1,173 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <climits>
+#include <csignal>
+#include <locale>
+
+#include "launcher/exe_path.h"
+#include "launcher/launch_context.h"
+#include "registry/decimal.h"
+#include "registry/pid_dir.h"
+#include "registry/pid_record.h"
+#include "registry/proc_file_manager.h"
+#include "registry/termination_handler.h"
+#include "scratch.h"
+#include "stop/process_verification.h"
+
+using namespace launcher;
+
+namespace {
+
+using Unit = Scratch;
+
+struct Grouping : std::numpunct<char> {
+  char do_thousands_sep() const override { return ','; }
+  std::string do_grouping() const override { return "\1"; }
+};
+
+template <typename Work>
+std::string OutputOf(Work work) {
+  testing::internal::CaptureStdout();
+  work();
+  return testing::internal::GetCapturedStdout();
+}
+
+}  // namespace
+
+TEST_F(Unit, NumbersAndRecordsIgnoreTheLocale) {
+  const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
+  const std::string zeros(100'000, '0');
+  const struct {
+    std::string text;
+    int number, recorded;
+  } rows[] = {{" \t\n\v\f\r812\n", 812, 812},
+              {"12abc", 12, 12},
+              {"+7", 7, 7},
+              {"0x1F", 0, 0},
+              {"1,234", 1, 1},
+              {"", 0, 0},
+              {"abc", 0, 0},
+              {"+-5", 0, 0},
+              {"- 5", 0, 0},
+              {"2147483647", INT_MAX, INT_MAX},
+              {"2147483648", 0, INT_MAX},
+              {"-2147483648", INT_MIN, INT_MIN},
+              {"-2147483649", 0, INT_MIN},
+              {zeros + "42", 42, 42},
+              {zeros + std::string(100'000, '9'), 0, INT_MAX}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(StringToInt(row.text), row.number) << row.text.substr(0, 40);
+    WriteFile("record", row.text);
+    EXPECT_EQ(ReadPidRecord("record"), row.recorded) << row.text.substr(0, 40);
+  }
+  EXPECT_EQ(PidRecordPath("/d/", "a/b", INT_MIN), "/d/a/b_-2147483648.pid");
+  WritePidRecord("record", 1234567);
+  EXPECT_EQ(ReadFile("record"), "1234567");
+  std::locale::global(before);
+}
+
+TEST_F(Unit, RecordsNeverWaitAndNeverFail) {
+  ASSERT_EQ(mkfifo("fifo", 0600), 0);
+  std::filesystem::create_directory("directory");
+  std::filesystem::create_symlink("target", "link");
+  WriteFile("target", "55");
+  umask(026);
+  for (const auto& [path, pid] : {std::pair{"fifo", 0}, {"directory", 0}, {"new", 0}, {"link", 55}, {"no/way", 0}}) {
+    EXPECT_EQ(ReadPidRecord(path), pid) << path;
+    WritePidRecord(path, 7);
+  }
+  EXPECT_EQ(ReadFile("target"), "7");
+  struct stat status {};
+  ASSERT_EQ(stat("new", &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0640U);
+  EXPECT_EQ(open("fifo", O_WRONLY | O_NONBLOCK), -1) << "a record was left open";
+}
+
+TEST_F(Unit, RegistryIsMadeOnce) {
+  setenv("NORV_ROOT", "none", 1);
+  ProcFileManager* registry = nullptr;
+  EXPECT_EQ(OutputOf([&] { registry = ProcFileManager::GetInstance(); }), "pid dir none/var/oss_tmp/\n");
+  EXPECT_EQ(OutputOf([&] { EXPECT_EQ(registry, ProcFileManager::GetInstance()); }), "");
+  EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), handle_linux_signal);
+  EXPECT_EQ(registry->GetModulePath(), "");
+  registry->SetModulePath("x");
+  EXPECT_EQ(registry->GetModulePath(), "x");
+  EXPECT_EQ(OutputOf([&] { EXPECT_EQ(registry->WriteProcFile("svc", 3, 0), -1); }),
+            "Error: write proc name handle svc 3 but osprocid 0 invalid!\n");
+}
+
+TEST_F(Unit, PidDirComesFromTheEnvironment) {
+  const char* const rows[][3] = {{"/opt//app", "/other", "/opt//app/var/oss_tmp/"},
+                                 {"", "/other", "/var/oss_tmp/"},
+                                 {"C:\\app/\\/", nullptr, "C:/app/var/oss_tmp/"},
+                                 {nullptr, "/data/share", "/data/share/"},
+                                 {nullptr, "\\", "/"},
+                                 {nullptr, nullptr, ""}};
+  const auto set = [](const char* name, const char* value) { value ? setenv(name, value, 1) : unsetenv(name); };
+  for (const auto& [root, share, dir] : rows) {
+    set("NORV_ROOT", root);
+    set("_APP_SHARE_DIR", share);
+    EXPECT_EQ(GetPidDir(), dir);
+  }
+}
+
+TEST_F(Unit, ParametersAreParsed) {
+  const struct {
+    std::vector<std::string> arguments;
+    ParamMap params;
+    std::string output;
+  } rows[] = {{{}, {}, ""},
+              {{"-x"}, {}, ""},
+              {{"l", "-s=stop", "--s", "a", "---s=b"}, {{"s", {"stop", "a", "b"}}}, ""},
+              {{"l", "-a=x=y", "-b=", "-=v"}, {{"a", {"x=y"}}, {"b", {""}}, {"", {"v"}}}, ""},
+              {{"l", "-a", "b", "-c=d", "e"}, {{"a", {"b", "e"}}, {"c", {"d"}}}, ""},
+              {{"l", "-a", "-b", "x=y", "-", "", "z"}, {{"a", {}}, {"b", {"x=y", "", "z"}}}, "param  invalid!"},
+              {{"l", "x%n", "", "-S", "-5"}, {{"S", {}}, {"5", {}}}, "ignore param x%n!ignore param !"}};
+  for (const auto& row : rows) {
+    ParamMap params;
+    EXPECT_EQ(OutputOf([&] { ParseParams(row.arguments, params); }), row.output);
+    EXPECT_EQ(params, row.params);
+  }
+}
+
+TEST_F(Unit, ExecutablePathsAreSplit) {
+  const char* const rows[][3] = {{"svc", "", "svc"},
+                                 {"/svc", "", "svc"},
+                                 {"C:\\apps\\svc.exe", "C:/apps", "svc"},
+                                 {"/a//b//", "/a/", "b"},
+                                 {"\\//", "", ""},
+                                 {"svc.exe.exe", "", "svc.exe"},
+                                 {"./.exe", ".", ""},
+                                 {"x.exe.EXE", "", "x.exe.EXE"}};
+  for (const auto& [path, dir, name] : rows) {
+    std::string foundDir = "old", foundName = "old";
+    SplitExePath(path, foundDir, foundName);
+    EXPECT_EQ(foundDir, dir);
+    EXPECT_EQ(foundName, name);
+  }
+}
+
+TEST_F(Unit, IdentityIsResolved) {
+  const struct {
+    const char* path;
+    ParamMap params;
+    const char* name;
+    int handle;
+  } rows[] = {{"svc", {{"agentlable", {"8", "5"}}, {"p", {"3"}}}, "svc", 5},
+              {"svc", {{"agentlable", {"5"}}, {"p", {"3"}}}, "svc", 3},
+              {"svc", {{"agentlable", {"1", "2", "5"}}, {"p", {"3", "4"}}, {"procHandle", {"4"}}}, "svc", 0},
+              {"svc", {{"p", {}}, {"Dprocname", {"other"}}}, "svc", 0},
+              {"/usr/bin/java", {{"Dprocname", {"12", "13"}}, {"p", {"3"}}}, "12", 12},
+              {"java.exe", {}, "", 0}};
+  for (const auto& row : rows) {
+    LaunchContext context;
+    context.params = row.params;
+    context.SetProcFilePath(row.path);
+    context.ResolveProcIdentity();
+    EXPECT_EQ(context.procName, row.name);
+    EXPECT_EQ(context.procHandle, row.handle);
+    EXPECT_EQ(context.javaFlag, row.path != std::string("svc"));
+    EXPECT_EQ(context.params.contains("Dprocname"), context.javaFlag || row.params.contains("Dprocname"));
+  }
+}
