@@ -1,0 +1,8 @@
+#!/bin/bash
+# Installs what is missing, builds with warnings as errors and runs the whole test suite.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. scripts/packages.sh
+
+install_packages "${BUILD_PACKAGES[@]}" libgtest-dev
+cmake --workflow --preset dev
