@@ -18,10 +18,13 @@ using Process = Scratch;
 class Launch {
  public:
   Launch(const std::string& variables, const std::string& command)
-      : pipe_(popen(("exec env -i bash -c 'echo $$; export LD_LIBRARY_PATH=" FIXTURES " " + variables + "; exec -a " +
-                     command.substr(0, command.find(' ')) + " " LAUNCHER + command.substr(command.find(' ')) + "'")
-                        .c_str(),
-                    "r")) {
+      : pipe_(popen(
+            ("exec env -i bash -c 'echo $$; export ASAN_OPTIONS=verify_asan_link_order=0 LD_LIBRARY_PATH=" FIXTURES
+             " " +
+             variables + "; exec -a " + command.substr(0, command.find(' ')) + " " LAUNCHER +
+             command.substr(command.find(' ')) + "'")
+                .c_str(),
+            "r")) {
     SeesOutput("\n");
     pid = std::stoi(std::exchange(output_, ""));
   }
