@@ -10,9 +10,19 @@
 
 namespace launcher {
 
+namespace {
+
+// Runs the initialisers of a module that is not loaded yet.
+void* Load(const std::string& path) {
+  const InterruptedMask mask;
+  return ::dlopen(path.c_str(), RTLD_LAZY | RTLD_GLOBAL);
+}
+
+}  // namespace
+
 void* OpenServiceModule(const std::string& path) {
   static_cast<void>(std::fflush(stdout));  // What cannot be written now is tried again with the next line.
-  void* const module = ::dlopen(path.c_str(), RTLD_LAZY | RTLD_GLOBAL);
+  void* const module = Load(path);
   if (module == nullptr) {
     std::printf("%s%s%s%s\n", "open ", path.c_str(), " failed:", ::dlerror());
     std::exit(-1);
@@ -31,7 +41,8 @@ int CallStopService() {
   }
   std::puts("stop the service ...");
   static_cast<void>(std::fflush(stdout));
-  return CallUnderInterruptedMask(stopService);
+  const InterruptedMask mask;
+  return stopService();
 }
 
 }  // namespace launcher

@@ -238,15 +238,15 @@ bool HandOverSignal(int signalNumber) noexcept {
   return true;
 }
 
-int CallUnderInterruptedMask(int (*stopService)()) {
-  if (t_interruptedMask == nullptr) return stopService();
+InterruptedMask::InterruptedMask() noexcept {
+  if (t_interruptedMask == nullptr) return;
   // A line of ours into a closed pipe leaves SIGPIPE pending here, which would end the process as soon as unblocked.
   while (TakePending(SIGPIPE)) continue;
-  sigset_t ownMask;
-  ::pthread_sigmask(SIG_SETMASK, t_interruptedMask, &ownMask);
-  const int result = stopService();
-  ::pthread_sigmask(SIG_SETMASK, &ownMask, nullptr);
-  return result;
+  ::pthread_sigmask(SIG_SETMASK, t_interruptedMask, &ownMask_);
+}
+
+InterruptedMask::~InterruptedMask() {
+  if (t_interruptedMask != nullptr) ::pthread_sigmask(SIG_SETMASK, &ownMask_, nullptr);
 }
 
 void WaitForAcceptedStops() noexcept {

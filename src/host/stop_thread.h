@@ -1,5 +1,7 @@
 #pragma once
 
+#include <csignal>
+
 namespace launcher {
 
 /// Why there is a stop thread
@@ -32,9 +34,19 @@ void StartStopThread(void (*answer)(int signalNumber));
 /// no stop thread in this process, and the caller has to answer itself.
 [[nodiscard]] bool HandOverSignal(int signalNumber) noexcept;
 
-/// Calls `stopService` as the interrupted thread would have: under that thread's signal mask with SIGTERM added, so
-/// that processes which it starts inherit no other. For `answer`; outside of the stop thread it is a plain call.
-[[nodiscard]] int CallUnderInterruptedMask(int (*stopService)());
+/// For the module's own code within `answer`: while one of these lives, the stop thread has the signal mask of the
+/// thread that it answers for, with SIGTERM added, so that the processes and threads which the module starts inherit no
+/// other. Does nothing on other threads.
+class InterruptedMask {
+ public:
+  InterruptedMask() noexcept;
+  InterruptedMask(const InterruptedMask&) = delete;
+  InterruptedMask& operator=(const InterruptedMask&) = delete;
+  ~InterruptedMask();
+
+ private:
+  sigset_t ownMask_;
+};
 
 /// Waits, without limit, until every signal handed over so far and meanwhile has been answered. Main thread.
 void WaitForAcceptedStops() noexcept;
