@@ -89,29 +89,30 @@ TEST_F(Process, RunsHaveTheirTranscripts) {
       {"", "x - -s dumpStack", identity + "ignore param x!param  invalid!todo dumpStack...0"},
       {"", "-s=%n" + longName, identity + "Error: s param %n" + longName + " unknow!255"},
       {"", "-s", identity + "Error: s param  unknow!255"},
-      {"", "-boot=probe -boot=x -do arguments", started + "-boot=probe|-boot=x|-do|arguments|5"},
-      {"", "-boot probe wide", started + "0"},
-      {"", probe + "killed", started + "-9"},
+      {"", "-boot=probe -boot=x -do Arguments", started + "-boot=probe|-boot=x|-do|Arguments|5"},
+      {"", "-boot probe Wide", started + "0"},
+      {"", probe + "Killed", started + "-9"},
       {"", "-boot=",
        identity + "process get --boot para failed!  try to use default module tresk.\n" + dir + registered +
            "open libtresk.so failed:libtresk.so: cannot open shared object file: No such file or directory\n255"},
       {"", "-boot=no_bootstrap", started + "Error: find BOOT_STRAP symbol from libno_bootstrap.so failed!\n255"},
-      {"", "-boot=no_stop_service -do twice",
+      {"", "-boot=no_stop_service -do Twice",
        started + "received signal symbol 15\nreceived quit symbol\n" +
            "Error: find StopService symbol from libno_stop_service.so failed!\n255"},
-      {"", probe + "twice", twice},
-      {faults + "NO_THREADS=1", probe + "twice", twice},
-      {"", probe + "failing", started + answer + "handle_linux_signal failed.stops 1\n0"},
-      {"", probe + "locked", started + "went on with 0\n" + answer + "stops 1\n0"},
-      {"", probe + "slow", started + answer + "stops 1\n" + answer + "stops 2\n0"},
-      {"", probe + "late", started + answer + "stops 0\n0"},
-      {"", probe + "masked", started + answer + "blocked 110\nhere 00\n0"},
-      {"", probe + "pipe", started + "stops 1\n0"},
-      {"", probe + "forked", started + answer + "41"},
-      {"", probe + "default", started + answer + "-15"},
-      {"", probe + "crowd", started + Repeated(answer, 80) + "stops 80\n0"},
-      {"RAISE_WHILE_LOADING=1", probe + "stopped", started + answer + "stops 1\n0"},
-      {faults + "RAISE_AT_INSTALLATION=1", probe + "twice", identity + dir + noPath + "255"},
+      {"", probe + "Twice", twice},
+      {faults + "NO_THREADS=1", probe + "Twice", twice},
+      {"", probe + "Failing", started + answer + "handle_linux_signal failed.stops 1\n0"},
+      {"", probe + "Locked", started + "went on with 0\n" + answer + "stops 1\n0"},
+      {"", probe + "Slow", started + answer + "stops 1\n" + answer + "stops 2\n0"},
+      {"", probe + "Late", started + answer + "stops 0\n0"},
+      {"", probe + "Masked", started + answer + "blocked 110\nhere 00\n0"},
+      {"", probe + "Unread", started + "stops 1\n0"},
+      {"", probe + "Forked", started + answer + "41"},
+      {"", probe + "Default", started + answer + "-15"},
+      {"", probe + "Crowd", started + Repeated(answer, 80) + "stops 80\n0"},
+      {"RAISE_WHILE_LOADING=1", probe + "Stopped", started + answer + "stops 1\n0"},
+      {faults + "RAISE_BEFORE_LOADING=1", probe + "Stopped", started + answer + "stops 1\n0"},
+      {faults + "RAISE_AT_INSTALLATION=1", probe + "Twice", identity + dir + noPath + "255"},
       {faults + "RAISE_AT_INSTALLATION=1", "-s=stop", stopping + dir + noPath + "255"},
   };
   for (const auto& row : rows) {
@@ -121,7 +122,7 @@ TEST_F(Process, RunsHaveTheirTranscripts) {
 
 TEST_F(Process, StopsUnderFireAreAnsweredOnceEach) {
   std::vector<std::unique_ptr<Launch>> services(8);
-  for (auto& service : services) service = std::make_unique<Launch>("NORV_ROOT=.", "svc -boot=probe -do fire");
+  for (auto& service : services) service = std::make_unique<Launch>("NORV_ROOT=.", "svc -boot=probe -do Fire");
   for (auto& service : services) EXPECT_EQ(service->Transcript(), started + Repeated(answer, 25) + "0");
 }
 
@@ -132,7 +133,7 @@ TEST_F(Process, StopModeStopsWhomItsRecordNames) {
   const std::string head =
       "strProcFilePath:" + svc.substr(0, svc.size() - 1) + "\nstrStdDir " + dir_ + "/bin, strStdExeName svc\n";
   const std::string pidDir = "pid dir " + dir_ + "/var/oss_tmp/\n";
-  Launch service(root, svc + "-p=3 -boot=probe -do wait");
+  Launch service(root, svc + "-p=3 -boot=probe -do Wait");
   ASSERT_TRUE(service.SeesOutput("ready\n"));
   const std::string pid = std::to_string(service.pid);
   EXPECT_EQ(ReadFile(record), pid);
