@@ -13,27 +13,16 @@ namespace {
 
 using Process = Scratch;
 
-// A run of the launcher, with its standard output on a pipe to the test. `variables` and `command` are shell text; the
-// command's first word is argv[0].
+// A run of the launcher, with its standard output on a pipe to the test. `name` is argv[0]; `variables`
+// and `arguments` are shell text. Modules end by themselves when the test does not see to it.
 class Launch {
  public:
-  Launch(const std::string& variables, const std::string& command)
-      : pipe_(popen(
-            ("exec env -i bash -c 'echo $$; export ASAN_OPTIONS=verify_asan_link_order=0 LD_LIBRARY_PATH=" FIXTURES
-             " " +
-             variables + "; exec -a " + command.substr(0, command.find(' ')) + " " LAUNCHER +
-             command.substr(command.find(' ')) + "'")
-                .c_str(),
-            "r")) {
+  Launch(const std::string& variables, const std::string& name, const std::string& arguments) {
+    const std::string shell = "echo $$; export ASAN_OPTIONS=verify_asan_link_order=0 LD_LIBRARY_PATH=" FIXTURES " " +
+                              variables + "; exec -a " + name + " " LAUNCHER " " + arguments;
+    pipe_ = popen(("exec env -i bash -c '" + shell + "'").c_str(), "r");
     SeesOutput("\n");
     pid = std::stoi(std::exchange(output_, ""));
-  }
-  Launch(const Launch&) = delete;
-  Launch& operator=(const Launch&) = delete;
-  ~Launch() {
-    if (pipe_ == nullptr) return;
-    kill(pid, SIGKILL);
-    pclose(pipe_);
   }
 
   // Reads until the output ends with `text`; with an empty text, all of it.
@@ -69,11 +58,7 @@ const std::string noPath =
     "received signal symbol 15\nreceived quit symbol\nError: find StopService symbol from  failed!\n";
 const std::string stopping = identity + "starting to stop procName svc, procHandle 0\n";
 
-std::string Repeated(const std::string& text, int times) {
-  std::string all;
-  while (times-- > 0) all += text;
-  return all;
-}
+std::string Repeated(const std::string& text, int times) { return times == 0 ? "" : text + Repeated(text, times - 1); }
 
 }  // namespace
 
@@ -116,24 +101,23 @@ TEST_F(Process, RunsHaveTheirTranscripts) {
       {faults + "RAISE_AT_INSTALLATION=1", "-s=stop", stopping + dir + noPath + "255"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Launch("NORV_ROOT=. " + row.variables, "svc " + row.arguments).Transcript(), row.transcript);
+    EXPECT_EQ(Launch("NORV_ROOT=. " + row.variables, "svc", row.arguments).Transcript(), row.transcript);
   }
 }
 
 TEST_F(Process, StopsUnderFireAreAnsweredOnceEach) {
   std::vector<std::unique_ptr<Launch>> services(8);
-  for (auto& service : services) service = std::make_unique<Launch>("NORV_ROOT=.", "svc -boot=probe -do Fire");
+  for (auto& service : services) service = std::make_unique<Launch>("NORV_ROOT=.", "svc", "-boot=probe -do Fire");
   for (auto& service : services) EXPECT_EQ(service->Transcript(), started + Repeated(answer, 25) + "0");
 }
 
 TEST_F(Process, StopModeStopsWhomItsRecordNames) {
   std::filesystem::create_directories("var/oss_tmp");
   const std::string root = "NORV_ROOT=" + dir_, record = dir_ + "/var/oss_tmp/svc_3.pid";
-  const std::string svc = dir_ + "/bin/svc ", stop = svc + "-s=stop -p=3";
-  const std::string head =
-      "strProcFilePath:" + svc.substr(0, svc.size() - 1) + "\nstrStdDir " + dir_ + "/bin, strStdExeName svc\n";
+  const std::string svc = dir_ + "/bin/svc", stop = "-s=stop -p=3";
+  const std::string head = "strProcFilePath:" + svc + "\nstrStdDir " + dir_ + "/bin, strStdExeName svc\n";
   const std::string pidDir = "pid dir " + dir_ + "/var/oss_tmp/\n";
-  Launch service(root, svc + "-p=3 -boot=probe -do Wait");
+  Launch service(root, svc, "-p=3 -boot=probe -do Wait");
   ASSERT_TRUE(service.SeesOutput("ready\n"));
   const std::string pid = std::to_string(service.pid);
   EXPECT_EQ(ReadFile(record), pid);
@@ -144,27 +128,28 @@ TEST_F(Process, StopModeStopsWhomItsRecordNames) {
   };
   const std::string found =
       read(pid) + "1 process need to stop ...\nstop process pid:" + pid + ":(procName:svc, procHandle:3) ...\n";
-  EXPECT_EQ(Launch(root + " LD_PRELOAD=" FIXTURES "/libfaults.so", stop).Transcript(),
+  EXPECT_EQ(Launch(root + " LD_PRELOAD=" FIXTURES "/libfaults.so", svc, stop).Transcript(),
             found + "stop process " + pid + " result -1\n0");
   EXPECT_EQ(ReadFile(record), pid);
-  EXPECT_EQ(Launch(root, stop).Transcript(), found + "delete " + record + "\nstop process " + pid + " result 0\n0");
+  EXPECT_EQ(Launch(root, svc, stop).Transcript(),
+            found + "delete " + record + "\nstop process " + pid + " result 0\n0");
   EXPECT_FALSE(std::filesystem::exists(record));
   EXPECT_EQ(service.Transcript(), head + pidDir + "startParam: svc 3 : PID\nwrite " + record +
                                       " : iOSProcessID:PID\nWriteProcFile finish\nready\n" + answer + "0");
 
   const std::string own = std::to_string(getpid());
   WriteFile(record, own);  // of a process that has another name
-  EXPECT_EQ(Launch(root, stop).Transcript(),
+  EXPECT_EQ(Launch(root, svc, stop).Transcript(),
             read(own) + "[VerifyProcNameByProcessID]verify process svc " + own +
                 " failed!\nError: verify svc 3 failed!\n0 process need to stop ...\n0");
   EXPECT_EQ(ReadFile(record), own);
   std::filesystem::remove(record);
-  EXPECT_EQ(Launch(root, stop).Transcript(), read("0") +
-                                                 "Error: read proc name handle svc 3 but osprocid 0 invalid!\n" +
-                                                 "Error: read svc 3 failed!\n0 process need to stop ...\n0");
-  EXPECT_EQ(Launch(root, "/bin/java -s=stop").Transcript(),
+  EXPECT_EQ(Launch(root, svc, stop).Transcript(), read("0") +
+                                                      "Error: read proc name handle svc 3 but osprocid 0 invalid!\n" +
+                                                      "Error: read svc 3 failed!\n0 process need to stop ...\n0");
+  EXPECT_EQ(Launch(root, "/bin/java", "-s=stop").Transcript(),
             "strProcFilePath:/bin/java\nstrStdDir /bin, strStdExeName java\nstarting to stop procName , procHandle 0\n"
             "please config stop -procName=youProcName [-procHandle=yourProcHandle]\n0 process need to stop ...\n0");
   // Nobody reads the pipe.
-  EXPECT_EQ(Launch(root + "; mkfifo pipe; exec 3<>pipe 4>pipe 3<&-", stop + " >&4").Transcript(), "0");
+  EXPECT_EQ(Launch(root + "; mkfifo pipe; exec 3<>pipe 4>pipe 3<&-", svc, stop + " >&4").Transcript(), "0");
 }

@@ -4,6 +4,7 @@
 #include <climits>
 #include <csignal>
 #include <locale>
+#include <tuple>
 
 #include "launcher/exe_path.h"
 #include "launcher/launch_context.h"
@@ -38,28 +39,19 @@ std::string OutputOf(Work work) {
 TEST_F(Unit, NumbersAndRecordsIgnoreTheLocale) {
   const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
   const std::string zeros(100'000, '0');
-  const struct {
-    std::string text;
-    int number, recorded;
-  } rows[] = {{" \t\n\v\f\r812\n", 812, 812},
-              {"12abc", 12, 12},
-              {"+7", 7, 7},
-              {"0x1F", 0, 0},
-              {"1,234", 1, 1},
-              {"", 0, 0},
-              {"abc", 0, 0},
-              {"+-5", 0, 0},
-              {"- 5", 0, 0},
-              {"2147483647", INT_MAX, INT_MAX},
-              {"2147483648", 0, INT_MAX},
-              {"-2147483648", INT_MIN, INT_MIN},
-              {"-2147483649", 0, INT_MIN},
-              {zeros + "42", 42, 42},
-              {zeros + std::string(100'000, '9'), 0, INT_MAX}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(StringToInt(row.text), row.number) << row.text.substr(0, 40);
-    WriteFile("record", row.text);
-    EXPECT_EQ(ReadPidRecord("record"), row.recorded) << row.text.substr(0, 40);
+  const std::tuple<std::string, int, int> rows[] = {
+      // Text, its number, and what a record of that text holds.
+      // clang-format off
+      {" \t\n\v\f\r812\n", 812, 812},  {"12abc", 12, 12},  {"+7", 7, 7},  {"0x1F", 0, 0},  {"1,234", 1, 1},
+      {"", 0, 0},  {"abc", 0, 0},  {"+-5", 0, 0},  {"- 5", 0, 0},  {zeros + "42", 42, 42},
+      {"2147483647", INT_MAX, INT_MAX},  {"2147483648", 0, INT_MAX},  {zeros + std::string(100'000, '9'), 0, INT_MAX},
+      {"-2147483648", INT_MIN, INT_MIN},  {"-2147483649", 0, INT_MIN},
+      // clang-format on
+  };
+  for (const auto& [text, number, recorded] : rows) {
+    EXPECT_EQ(StringToInt(text), number) << text.substr(0, 40);
+    WriteFile("record", text);
+    EXPECT_EQ(ReadPidRecord("record"), recorded) << text.substr(0, 40);
   }
   EXPECT_EQ(PidRecordPath("/d/", "a/b", INT_MIN), "/d/a/b_-2147483648.pid");
   WritePidRecord("record", 1234567);
