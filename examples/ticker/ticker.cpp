@@ -1,5 +1,7 @@
 // A service that prints a line a second until it is stopped.
 
+#include <launcher/service_module.h>
+
 #include <chrono>
 #include <condition_variable>
 #include <iostream>
@@ -22,14 +24,14 @@ void Tick() {
 
 }  // namespace
 
-extern "C" [[gnu::visibility("default")]] int Bootstrap(int /*argc*/, char** /*argv*/) {
+int Bootstrap(int /*argc*/, char** /*argv*/) {
   std::thread worker(Tick);
   worker.join();
   std::cout << "ticker ends" << std::endl;
   return 0;
 }
 
-extern "C" [[gnu::visibility("default")]] int StopService() {
+int StopService() {
   {
     const std::lock_guard lock(mutex);
     stopped = true;
