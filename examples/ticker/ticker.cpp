@@ -7,6 +7,7 @@
 #include <iostream>
 #include <mutex>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -32,10 +33,8 @@ int Bootstrap(int /*argc*/, char** /*argv*/) {
 }
 
 int StopService() {
-  {
-    const std::lock_guard lock(mutex);
-    stopped = true;
-  }
-  stopRequested.notify_all();
+  const std::lock_guard lock(mutex);
+  // Nobody is to be woken a second time, when Bootstrap may have returned.
+  if (!std::exchange(stopped, true)) stopRequested.notify_all();
   return 0;
 }

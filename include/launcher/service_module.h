@@ -1,3 +1,21 @@
+/*
+ * The two entry points of a service module: all that the launcher asks of one.
+ *
+ * A service module is a shared library lib<name>.so, which the launcher, called with -boot=<name>, loads into its own
+ * process. Include this header where you define them: it makes a wrong signature an error and gives both functions
+ * their plain names and their visibility, also in C++ and under -fvisibility=hidden. C11, C++11 or later.
+ *
+ * From load to end
+ *
+ *  1. The launcher has written its pid record and answers SIGTERM. It loads the module; initialisers run.
+ *  2. It calls Bootstrap, on the main thread, once. The service runs for as long as this call lasts.
+ *  3. Every SIGTERM makes it call StopService, which asks the service to end. It ends by returning from Bootstrap.
+ *  4. The launcher lets stops that have begun finish, however long they take, and ends the process with exit(3).
+ *
+ * The module is never unloaded: destructors of its static objects and its exit handlers run in step 4, while threads
+ * that are still alive run on. Join yours before Bootstrap returns.
+ */
+
 #ifndef LAUNCHER_SERVICE_MODULE_H
 #define LAUNCHER_SERVICE_MODULE_H
 
@@ -5,7 +23,57 @@
 extern "C" {
 #endif
 
+/*
+ * Runs the service. Called on the thread that runs main, when these are there:
+ *
+ *  - the pid record, if its directory can be written: a stop command already finds this process;
+ *  - the launcher's SIGTERM handler. No other signal is touched. Whoever replaces it, or blocks SIGTERM on all threads,
+ *    takes over the stopping, or prevents it;
+ *  - libm, libpthread and libdl, besides the C library and the C++ runtime; and one thread, the launcher's.
+ *
+ * `argv` is the launcher's own, complete and unchanged: argv[0] is the name that it was called by, and its own
+ * parameters (-boot, -p and so on) are among the rest. Skip what is not yours. The launcher ignores parameters that it
+ * does not know, as long as they begin with a dash.
+ * Rationale: a service may want to know its own name and handle, and needs no second way to be configured.
+ *
+ * Returns the exit status of the process; of it the parent sees the low 8 bits. An exception must not leave it: it ends
+ * the process by std::terminate, without exit handlers.
+ */
 __attribute__((visibility("default"))) int Bootstrap(int argc, char** argv);
+
+/*
+ * Asks the service to end. Returns 0, or any other value for a failure, of which the launcher prints a line; it does
+ * nothing else about it. Neither result ends the process: Bootstrap has to return.
+ * Rationale: only the service knows when its work is finished. It may even refuse.
+ *
+ * When: once for each SIGTERM that is delivered, one after the other, so it must bear being called again. (Of several
+ * that are pending at once, the kernel may deliver one.) It may be called before Bootstrap has begun, even as what
+ * makes the launcher load the module; Bootstrap follows all the same. It may be called when Bootstrap has returned, up
+ * to the very end of the process.
+ * Rationale: a signal keeps to no order. So keep the wish to stop in something that is initialised statically and never
+ * destroyed, such as an atomic or a mutex, and let Bootstrap look at it first.
+ *
+ * Where: on a thread of the launcher, not in the signal handler. It may lock, allocate, print, throw and catch, load
+ * libraries and start processes. Thread-local variables are not those of the interrupted thread.
+ *
+ * What holds meanwhile: all other threads run on, the one in Bootstrap too, except the one that SIGTERM interrupted. It
+ * waits in the signal handler for StopService, for at most one second, then goes on where it was; when StopService has
+ * returned, it is interrupted once more. System calls are restarted after an interruption, except those which signal(7)
+ * lists as failing with EINTR always; so a loop around pause(2) or poll(2) sees what StopService did.
+ * Rationale: code that wakes up because of SIGTERM should find the stop done. But it may hold a lock that StopService
+ * needs, so it cannot wait for ever. If StopService is to wait for other threads, that second is added: the kernel
+ * prefers to interrupt the main thread. Better to ask here, and to wait in Bootstrap.
+ *
+ * Signal mask: that of the interrupted thread, and SIGTERM. Processes that it starts inherit this; in those which are
+ * to be stopped by SIGTERM, unblock it.
+ *
+ * Fork: the launcher's thread is not in a process that the module has forked off. There, as long as it has executed no
+ * other program, SIGTERM calls StopService inside the signal handler, which allows only what signal-safety(7) lists.
+ * Give SIGTERM another action in the child, or execute a program at once. (Nor is there such a thread in a process
+ * whose start found the system out of threads.)
+ *
+ * An exception must not leave it, as with Bootstrap.
+ */
 __attribute__((visibility("default"))) int StopService(void);
 
 #ifdef __cplusplus
