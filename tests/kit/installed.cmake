@@ -1,0 +1,63 @@
+# Installs the launcher and the kit of `build` below `work`, moves them, and makes modules with them as an author would:
+# with CMake and with pkg-config, by the compilers `cc` and `cxx` and by `linker`.
+set(prefix ${work}/prefix)
+set(consumer ${work}/consumer)
+set(examples ${prefix}/share/doc/launcher/examples)
+set(ENV{CC} ${cc})
+set(ENV{CXX} ${cxx})
+set(ENV{LDFLAGS} -fuse-ld=${linker})
+set(ENV{PKG_CONFIG_PATH} ${prefix}/share/pkgconfig)
+
+function(run)
+  execute_process(COMMAND ${ARGN} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+function(run_failing message)
+  execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
+  if(result EQUAL 0 OR NOT output MATCHES "${message}")
+    message(SEND_ERROR "status ${result}, not a failure with \"${message}\": ${ARGN}\n${output}")
+  endif()
+endfunction()
+
+function(host directory module sign)
+  run(${CMAKE_CURRENT_LIST_DIR}/host.sh ${prefix}/bin/launcher ${directory} ${module} ${sign})
+endfunction()
+
+# Each must not build, with a message that names what is wrong.
+set(bootstrap "int Bootstrap(int argc, char** argv) { return argc + !argv; }\n")
+set(stop_service "int StopService(void) { return 0; }\n")
+set(no_bootstrap.c "${stop_service}")
+set(no_stop_service.c "${bootstrap}")
+set(mangled.cpp "${bootstrap} namespace own { ${stop_service} }")
+set(wrong_signature.c "${bootstrap} int StopService(int when) { return when; }")
+set(undefined.c "${bootstrap} int Missing(void); int StopService(void) { return Missing(); }")
+set(message_no_bootstrap.c "does not define Bootstrap")
+set(message_no_stop_service.c "does not define StopService")
+set(message_mangled.cpp "does not define StopService")
+set(message_wrong_signature.c "conflicting .*StopService")
+set(message_undefined.c "undefined.* .*Missing")
+set(faults no_bootstrap.c no_stop_service.c mangled.cpp wrong_signature.c undefined.c)
+
+file(REMOVE_RECURSE ${work})
+run(${CMAKE_COMMAND} --install ${build} --prefix ${work}/installed)
+file(RENAME ${work}/installed ${prefix})
+foreach(fault ${faults})
+  file(WRITE ${consumer}/faults/${fault} "${${fault}}")
+endforeach()
+file(COPY ${CMAKE_CURRENT_LIST_DIR}/consumer/CMakeLists.txt DESTINATION ${consumer})
+
+run(${CMAKE_COMMAND} -S ${consumer} -B ${consumer}/build -D CMAKE_PREFIX_PATH=${prefix} -D examples=${examples})
+run(${CMAKE_COMMAND} --build ${consumer}/build)
+host(${consumer}/build/minimal minimal "runs, with")
+host(${consumer}/build/ticker ticker "tick 1")
+host(${consumer}/build no_header "tick 1")
+
+set(one_file sh -c [[cd "$0" && "$1" $LDFLAGS -shared -fPIC $(pkg-config --cflags --libs launcher) "$2" -o libagent.so]])
+run(${one_file} ${work} ${cc} ${examples}/minimal/minimal.c)
+host(${work} agent "runs, with")
+
+foreach(fault ${faults})
+  cmake_path(GET fault STEM target)
+  run_failing("${message_${fault}}" ${CMAKE_COMMAND} --build ${consumer}/build --target ${target})
+  run_failing("${message_${fault}}" ${one_file} ${work} ${cc} ${consumer}/faults/${fault})
+endforeach()
