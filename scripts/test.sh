@@ -4,5 +4,5 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/packages.sh
 
-install_packages "${BUILD_PACKAGES[@]}" libgtest-dev
+install_packages "${BUILD_PACKAGES[@]}" libgtest-dev libcpp-httplib-dev pkgconf curl lld
 cmake --workflow --preset dev

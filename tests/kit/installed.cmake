@@ -61,3 +61,6 @@ foreach(fault ${faults})
   run_failing("${message_${fault}}" ${CMAKE_COMMAND} --build ${consumer}/build --target ${target})
   run_failing("${message_${fault}}" ${one_file} ${work} ${cc} ${consumer}/faults/${fault})
 endforeach()
+
+file(MAKE_DIRECTORY ${work}/page)
+run(${CMAKE_CURRENT_LIST_DIR}/page.sh ${prefix} ${work}/page)
