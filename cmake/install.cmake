@@ -8,7 +8,8 @@ set(pkgconfig_dir ${CMAKE_INSTALL_DATADIR}/pkgconfig)
 
 write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/launcher-config-version.cmake
   COMPATIBILITY SameMajorVersion ARCH_INDEPENDENT)
-file(RELATIVE_PATH pkgconfig_to_prefix /prefix/${pkgconfig_dir} /prefix)
+set(prefix /prefix)
+cmake_path(RELATIVE_PATH prefix BASE_DIRECTORY /prefix/${pkgconfig_dir} OUTPUT_VARIABLE pkgconfig_to_prefix)
 configure_file(cmake/launcher.pc.in launcher.pc @ONLY)
 
 install(TARGETS launcher RUNTIME COMPONENT launcher)
