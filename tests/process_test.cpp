@@ -56,6 +56,7 @@ const std::string started = identity + dir + registered;
 const std::string answer = "received signal symbol 15\nreceived quit symbol\nstop the service ...\n";
 const std::string noPath =
     "received signal symbol 15\nreceived quit symbol\nError: find StopService symbol from  failed!\n";
+const std::string readFailed = "Error: read svc 0 failed!\n0 process need to stop ...\n";
 const std::string stopping = identity + "starting to stop procName svc, procHandle 0\n";
 
 std::string Repeated(const std::string& text, int times) { return times == 0 ? "" : text + Repeated(text, times - 1); }
@@ -96,12 +97,21 @@ TEST_F(Process, RunsHaveTheirTranscripts) {
       {"", probe + "Default", started + answer + "-15"},
       {"", probe + "Crowd", started + Repeated(answer, 80) + "stops 80\n0"},
       {"RAISE_WHILE_LOADING=1", probe + "Stopped", started + answer + "stops 1\n0"},
+      {"", probe + "Released", started + answer + "stops 1\n0"},
+      {faults + "NO_MEMORY_FOR=.pid", "-boot=probe",
+       started.substr(0, started.find("WriteProc")) +
+           "Error: write proc name handle svc 0 osprocid PID failed!\nError: write svc 0 : PID failed!\n255"},
+      {faults + "NO_MEMORY_FOR=.pid", "-s=stop",
+       stopping + dir + "Error: read proc name handle svc 0 osprocid 0 failed!\n" + readFailed + "0"},
+      {faults + "NO_MEMORY_FOR=cmdline; echo 1 >var/oss_tmp/svc_0.pid", "-s=stop",
+       stopping + dir + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:1\nverify process svc 1 failed!\n" +
+           "Error: verify svc 0 failed!\n0 process need to stop ...\n0"},
       {faults + "RAISE_BEFORE_LOADING=1", probe + "Stopped", started + answer + "stops 1\n0"},
       {faults + "RAISE_AT_INSTALLATION=1", probe + "Twice", identity + dir + noPath + "255"},
       {faults + "RAISE_AT_INSTALLATION=1", "-s=stop", stopping + dir + noPath + "255"},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(Launch("NORV_ROOT=. " + row.variables, "svc", row.arguments).Transcript(), row.transcript);
+    ASSERT_EQ(Launch("NORV_ROOT=. " + row.variables, "svc", row.arguments).Transcript(), row.transcript);
   }
 }
 

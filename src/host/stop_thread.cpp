@@ -52,11 +52,11 @@ enum State : std::uint32_t {
 // One signal on its way from the interrupted thread to the stop thread and back.
 struct Slot {
   Word state = kFree;
-  std::atomic<std::uint32_t> thread = 0;  // ThreadNumber() of the interrupted thread
-  pid_t tid = 0;
-  int signalNumber = 0;
-  std::uint64_t turn = 0;
-  sigset_t mask = {};  // of the interrupted thread, with SIGTERM
+  std::atomic<std::uint32_t> thread{};  // ThreadNumber() of the interrupted thread
+  pid_t tid{};
+  int signalNumber{};
+  std::uint64_t turn{};
+  sigset_t mask{};  // of the interrupted thread, with SIGTERM
 };
 
 // As many signals as can be on their way at once with all that is promised. It takes more threads than that, or a
@@ -64,12 +64,12 @@ struct Slot {
 constexpr std::size_t kSlots = 64;
 
 constinit std::array<Slot, kSlots> g_slots;
-constinit Word g_surplus = 0;     // signals to answer that found no slot; nobody waits for them
-constinit Word g_handedOver = 0;  // changes when there is something to answer
-constinit Word g_answered = 0;    // changes when something has been answered
-constinit std::atomic<std::uint64_t> g_turns = 0;
-constinit std::atomic<pid_t> g_process = 0;  // the process that has a stop thread
-void (*g_answer)(int) = nullptr;
+constinit Word g_surplus{};     // signals to answer that found no slot; nobody waits for them
+constinit Word g_handedOver{};  // changes when there is something to answer
+constinit Word g_answered{};    // changes when something has been answered
+constinit std::atomic<std::uint64_t> g_turns{};
+constinit std::atomic<pid_t> g_process{};  // the process that has a stop thread
+void (*g_answer)(int){};
 
 // Of the stop thread only: whose signal is being answered.
 constinit thread_local const sigset_t* t_interruptedMask = nullptr;
@@ -77,8 +77,8 @@ constinit thread_local const sigset_t* t_interruptedMask = nullptr;
 // A number of the calling thread that no other ever has: the kernel's may return in a later thread, which must not be
 // taken for the one that went on.
 std::uint32_t ThreadNumber() noexcept {
-  static constinit Word numbers = 0;
-  constinit thread_local static std::uint32_t number = 0;
+  static constinit Word numbers{};
+  constinit thread_local static std::uint32_t number{};
   if (number == 0) number = numbers.fetch_add(1) + 1;
   return number;
 }
