@@ -11,7 +11,7 @@ export LD_LIBRARY_PATH=$2
 
 ./svc -boot="$3" >log &
 service=$!
-until grep -q "$4" log; do
+until grep -qs "$4" log; do
   kill -0 "$service" || { cat log; exit 1; }
   sleep 0.05
 done
