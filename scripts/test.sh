@@ -4,5 +4,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/packages.sh
 
-install_packages "${BUILD_PACKAGES[@]}" libgtest-dev libcpp-httplib-dev pkgconf curl lld
+install_packages "${BUILD_PACKAGES[@]}" libgtest-dev libcpp-httplib-dev pkgconf curl lld \
+  dpkg-dev gzip lintian mandoc python3 systemd util-linux
 cmake --workflow --preset dev
+cmake --workflow --preset release  # with the packages
