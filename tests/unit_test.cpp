@@ -87,6 +87,9 @@ TEST_F(Unit, RegistryIsMadeOnce) {
   EXPECT_EQ(registry->GetModulePath(), "x");
   EXPECT_EQ(OutputOf([&] { EXPECT_EQ(registry->WriteProcFile("svc", 3, 0), -1); }),
             "Error: write proc name handle svc 3 but osprocid 0 invalid!\n");
+  int pid = 1;
+  EXPECT_EQ(registry->ReadProcFile("svc", 3, pid), -1);
+  EXPECT_EQ(pid, 0);
 }
 
 TEST_F(Unit, PidDirComesFromTheEnvironment) {
