@@ -6,15 +6,13 @@
 #include <locale>
 #include <tuple>
 
-#include "launcher/exe_path.h"
-#include "launcher/launch_context.h"
+#include "launcher/params.h"
 #include "registry/decimal.h"
 #include "registry/pid_dir.h"
 #include "registry/pid_record.h"
 #include "registry/proc_file_manager.h"
 #include "registry/termination_handler.h"
 #include "scratch.h"
-#include "stop/process_verification.h"
 
 using namespace launcher;
 
@@ -123,46 +121,5 @@ TEST_F(Unit, ParametersAreParsed) {
     ParamMap params;
     EXPECT_EQ(OutputOf([&] { ParseParams(row.arguments, params); }), row.output);
     EXPECT_EQ(params, row.params);
-  }
-}
-
-TEST_F(Unit, ExecutablePathsAreSplit) {
-  const char* const rows[][3] = {{"svc", "", "svc"},
-                                 {"/svc", "", "svc"},
-                                 {"C:\\apps\\svc.exe", "C:/apps", "svc"},
-                                 {"/a//b//", "/a/", "b"},
-                                 {"\\//", "", ""},
-                                 {"svc.exe.exe", "", "svc.exe"},
-                                 {"./.exe", ".", ""},
-                                 {"x.exe.EXE", "", "x.exe.EXE"}};
-  for (const auto& [path, dir, name] : rows) {
-    std::string foundDir = "old", foundName = "old";
-    SplitExePath(path, foundDir, foundName);
-    EXPECT_EQ(foundDir, dir);
-    EXPECT_EQ(foundName, name);
-  }
-}
-
-TEST_F(Unit, IdentityIsResolved) {
-  const struct {
-    const char* path;
-    ParamMap params;
-    const char* name;
-    int handle;
-  } rows[] = {{"svc", {{"agentlable", {"8", "5"}}, {"p", {"3"}}}, "svc", 5},
-              {"svc", {{"agentlable", {"5"}}, {"p", {"3"}}}, "svc", 3},
-              {"svc", {{"agentlable", {"1", "2", "5"}}, {"p", {"3", "4"}}, {"procHandle", {"4"}}}, "svc", 0},
-              {"svc", {{"p", {}}, {"Dprocname", {"other"}}}, "svc", 0},
-              {"/usr/bin/java", {{"Dprocname", {"12", "13"}}, {"p", {"3"}}}, "12", 12},
-              {"java.exe", {}, "", 0}};
-  for (const auto& row : rows) {
-    LaunchContext context;
-    context.params = row.params;
-    context.SetProcFilePath(row.path);
-    context.ResolveProcIdentity();
-    EXPECT_EQ(context.procName, row.name);
-    EXPECT_EQ(context.procHandle, row.handle);
-    EXPECT_EQ(context.javaFlag, row.path != std::string("svc"));
-    EXPECT_EQ(context.params.contains("Dprocname"), context.javaFlag || row.params.contains("Dprocname"));
   }
 }
