@@ -1,0 +1,184 @@
+#!/usr/bin/env python3
+"""Measures the launcher beside its lower limits and prints tables. Usage: bench.py BUILD_DIRECTORY, as scripts/bench.sh
+calls it. It passes no judgement. Programs that are compared are run in turn, so that both see the same machine."""
+import collections
+import concurrent.futures
+import contextlib
+import csv
+import os
+import pathlib
+import re
+import signal
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+BUILD = pathlib.Path(sys.argv[1]).resolve()
+BENCH = BUILD / "bench"
+LAUNCHER, EMPTY, FLOOR = BUILD / "src/launcher", BENCH / "empty", BENCH / "floor"
+ENVIRONMENT = {"PATH": os.environ["PATH"], "LD_LIBRARY_PATH": str(BENCH), "NORV_ROOT": "."}
+RECORD = pathlib.Path("var/oss_tmp/svc_0.pid")
+STARTS, STOPS, SUPERVISED_STOPS = 400, 400, 20
+DELIVERY_RUNS = 8  # of 250 deliveries each
+
+
+def hosted(work, *options):
+    return [LAUNCHER, "-boot=service", *options, work]
+
+
+def table(title, columns, rows):
+    print(f"\n{title}\n\n| {' | '.join(columns)} |\n|{' --- |' * len(columns)}")
+    for row in rows:
+        print(f"| {' | '.join(str(cell) for cell in row)} |", flush=True)
+
+
+def run(command, **options):
+    return subprocess.run(command, env=ENVIRONMENT, stdin=subprocess.DEVNULL, text=True, check=False, **options)
+
+
+def instructions(command):
+    """Of the whole process in user space, the dynamic loader's included."""
+    counted = run(["valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", *command], capture_output=True)
+    return int(re.search(r"Collected : (\d+)", counted.stderr)[1])
+
+
+def run_time(command):
+    """Microseconds from before its creation until a process has been reaped."""
+    actions = [(os.POSIX_SPAWN_OPEN, fd, "/dev/null", os.O_RDWR, 0) for fd in (0, 1, 2)]
+    begin = time.monotonic_ns()
+    os.waitpid(os.posix_spawnp(str(command[0]), [str(word) for word in command], ENVIRONMENT, file_actions=actions), 0)
+    return (time.monotonic_ns() - begin) / 1000
+
+
+def time_to_bootstrap(command):
+    """Microseconds from before the creation of a process until its module's Bootstrap."""
+    begin = time.monotonic_ns()
+    return (int(run(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE).stderr) - begin) / 1000
+
+
+def compare(measure, commands, times, prepare=lambda: None):
+    """The median of each command over `times` rounds of all of them."""
+    values = {name: [] for name in commands}
+    for _ in range(times):
+        for name, command in commands.items():
+            prepare()
+            values[name].append(measure(command))
+    return {name: statistics.median(measured) for name, measured in values.items()}
+
+
+def start():
+    commands = {"floor": [FLOOR, "libservice.so", "once"], "launcher": hosted("once")}
+    medians = compare(time_to_bootstrap, commands, STARTS)
+    counts = {name: instructions(command) for name, command in commands.items()}
+    table(f"Start: to Bootstrap, median of {STARTS}; instructions of the whole process, whose Bootstrap returns at once",
+          ["program", "microseconds", "ratio", "instructions", "ratio"],
+          [(name, f"{medians[name]:.0f}", f"{medians[name] / medians['floor']:.2f}", counts[name],
+            f"{counts[name] / counts['floor']:.3f}") for name in commands])
+
+
+def supervised_stop():
+    """The median time of `supervisorctl stop` of a process that ends at once."""
+    pathlib.Path("supervisord.conf").write_text(
+        "[supervisord]\nnodaemon=true\n[unix_http_server]\nfile=%(here)s/socket\n[supervisorctl]\n"
+        "serverurl=unix://%(here)s/socket\n[rpcinterface:supervisor]\n"
+        "supervisor.rpcinterface_factory = supervisor.rpcinterface:make_main_rpcinterface\n"
+        "[program:svc]\ncommand=sleep 1000\nstartsecs=0\n", encoding="utf-8")
+    control = ["supervisorctl", "-c", "supervisord.conf"]
+    with subprocess.Popen(["supervisord", "-c", "supervisord.conf"], stdout=subprocess.DEVNULL) as daemon:
+        try:
+            while run([*control, "pid"], capture_output=True).returncode != 0:
+                time.sleep(0.1)
+            prepare = lambda: run([*control, "start", "svc"], capture_output=True)
+            return compare(run_time, {"stop": [*control, "stop", "svc"]}, SUPERVISED_STOPS, prepare)["stop"]
+        finally:
+            daemon.terminate()
+
+
+def stop():
+    """Of a process that ignores SIGTERM, so that one will do for all stops."""
+    ignore = lambda: signal.signal(signal.SIGTERM, signal.SIG_IGN)
+    with subprocess.Popen(["svc", "1000"], executable="/bin/sleep", preexec_fn=ignore) as target:
+        prepare = lambda: RECORD.write_text(str(target.pid), encoding="utf-8")
+        svc = pathlib.Path("svc")
+        svc.symlink_to(LAUNCHER)
+        commands = {"empty program": [EMPTY], "launcher without a record": ["./svc", "-p=1", "-s=stop"],
+                    "launcher": ["./svc", "-s=stop"],
+                    "start-stop-daemon": ["start-stop-daemon", "--stop", "--pidfile", RECORD.resolve(), "--exec",
+                                          pathlib.Path("/bin/sleep").resolve()]}
+        medians = compare(run_time, commands, STOPS, prepare)
+        counts = {}
+        for name, command in commands.items():
+            prepare()
+            counts[name] = instructions(command)
+        target.kill()
+    medians["supervisorctl"] = supervised_stop()
+    table(f"Stop: whole process, median of {STOPS} ({SUPERVISED_STOPS} for supervisorctl, which waits until the process "
+          "has ended)", ["program", "microseconds", "ratio", "instructions", "ratio"],
+          [(name, f"{medians[name]:.0f}", f"{medians[name] / medians['empty program']:.2f}", counts.get(name, "-"),
+            f"{counts[name] / counts['empty program']:.3f}" if name in counts else "-") for name in medians])
+
+
+def deliver(command):
+    """The microseconds of each delivery, and how the run ended."""
+    ended = run(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
+    end = {0: "complete", 99: "hung"}.get(ended.returncode, f"status {ended.returncode}")
+    return [int(line) / 1000 for line in ended.stderr.split() if line.isdigit()], end
+
+
+def deliveries():
+    rows = []
+    for work in ("idle", "busy"):
+        commands = {"launcher": hosted(work), "in the handler": [BENCH / "in_handler", "libservice.so", work]}
+        for name, command in commands.items():
+            with concurrent.futures.ThreadPoolExecutor(os.cpu_count() if work == "busy" else 1) as pool:
+                runs = list(pool.map(deliver, [command] * DELIVERY_RUNS))
+            times = sorted(value for values, _ in runs for value in values)
+            ends = collections.Counter(end for _, end in runs)
+            rows.append((f"{name}, {work}", len(times), *(f"{times[int(len(times) * part)]:.0f}" for part in (0.5, 0.99)),
+                         f"{times[-1]:.0f}", sum(value > 500_000 for value in times),
+                         ", ".join(f"{count} {end}" for end, count in ends.items())))
+    table(f"SIGTERM to StopService: microseconds over {DELIVERY_RUNS} processes, each until 250 deliveries or its end",
+          ["program and service", "deliveries", "median", "99 %", "worst", "over 0.5 s", "runs"], rows)
+
+
+def work(command):
+    """Nanoseconds of each benchmark that the command runs."""
+    lines = run(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.splitlines()
+    return {row[0]: float(row[3]) for row in csv.reader(lines) if len(row) > 3 and row[1].isdigit()}
+
+
+def peak_memory(command):
+    """Kibibytes of memory at most in use by a process until its service waits."""
+    with subprocess.Popen(command, env=ENVIRONMENT, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE) as process:
+        process.stderr.readline()
+        status = pathlib.Path(f"/proc/{process.pid}/status").read_text(encoding="ascii")
+        process.kill()
+    return int(re.search(r"VmHWM:\s+(\d+)", status)[1])
+
+
+def hosting():
+    options = ["--benchmark_format=csv", "--benchmark_min_time=0.2"]
+    commands = {"bare": [BENCH / "bare_work", *options], "hosted": [LAUNCHER, "-boot=work", *options]}
+    rounds = [{name: work(command) for name, command in commands.items()} for _ in range(9)]
+    rows = []
+    for task in rounds[0]["bare"]:
+        bare, with_host = (statistics.median(measured[name][task] for measured in rounds) for name in commands)
+        rows.append((task + ", ns", f"{bare:.1f}", f"{with_host:.1f}", f"{with_host / bare:.2f}"))
+    memory = compare(peak_memory, {"bare": [FLOOR, "libservice.so", "wait"], "hosted": hosted("wait")}, 9)
+    rows.append(("peak memory of an idle service, KiB", *memory.values(), f"{memory['hosted'] / memory['bare']:.2f}"))
+    table("Hosting: the same work in a program of its own and hosted, median of 9 (CPU time; memory beside the floor)",
+          ["work", "bare", "hosted", "ratio"], rows)
+
+
+def main():
+    with tempfile.TemporaryDirectory() as scratch, contextlib.chdir(scratch):
+        RECORD.parent.mkdir(parents=True)
+        start()
+        stop()
+        deliveries()
+        hosting()
+
+
+main()

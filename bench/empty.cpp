@@ -1,0 +1,3 @@
+// What a C++ program costs that does nothing.
+
+int main() {}

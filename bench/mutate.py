@@ -1,0 +1,107 @@
+#!/usr/bin/env python3
+"""Breaks src/ one line at a time and tells which faults the test suite does not notice.
+
+Usage: mutate.py [COUNT], a sample of COUNT mutants, or all of them. A mutant that does not compile is not counted; one
+that makes the tests hang counts as noticed. Every test runs in a process namespace of its own, so that a launcher which
+signals the wrong process reaches nobody else.
+"""
+import concurrent.futures
+import os
+import pathlib
+import queue
+import random
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+DEADLINE = 60  # seconds; the slowest test takes 10
+TESTS = (["unit_test"], ["process_test", "--gtest_filter=-*UnderFire*"], ["process_test", "--gtest_filter=*UnderFire*"])
+CONTAINED = ["unshare", "--map-root-user", "--pid", "--fork", "--kill-child", "--mount-proc"]
+
+# What is replaced, by what; each place on a line makes one mutant.
+RULES = [(re.compile(pattern), replacement) for pattern, replacement in (
+    (r"==", "!="), (r"!=", "=="), (r" < ", " <= "), (r" > ", " >= "), (r" <= ", " < "), (r" >= ", " > "),
+    (r"&&", "||"), (r"\|\|", "&&"), (r"\+\+", "--"), (r"--", "++"), (r" \+ ", " - "), (r" \+= ", " -= "),
+    (r"\btrue\b", "false"), (r"\bfalse\b", "true"), (r"\b(\d+)\b", lambda m: str(int(m[1]) + 1)),
+    (r" \| [A-Z_]\w+", ""), (r"(?<=\()[A-Z_]\w+ \| ", ""), (r"\b(if|while) \((?!const )", r"\1 (!"),
+    (r'"(?:[^"\\]|\\.)+"', lambda m: '"x' + m[0][1:]), (r"'[^\\]'", "'\\\\0'"), (r"\bkFree\b", "kFilling"), (r"\bkWaiting\b", "kResumed"),
+    (r"\bSIG_BLOCK\b", "SIG_UNBLOCK"), (r"\bSIG_SETMASK\b", "SIG_BLOCK"), (r"\bSIGTERM\b", "SIGINT"),
+    (r"\bfetch_add\b", "fetch_sub"), (r"^\s+(?!return|using|friend|const |static_assert|class|struct)[^/{}]*;$", ""))]
+
+
+def mutants():
+    """(file, line number, mutated line) of every mutant, comments and directives left alone."""
+    for path in sorted((ROOT / "src").rglob("*.[hc]*")):
+        for number, line in enumerate(path.read_text().splitlines()) if path.suffix in (".h", ".cpp") else ():
+            code = line.split("//")[0].rstrip()
+            if not code or code.startswith("#"):
+                continue
+            changed = {code[:m.start()] + m.expand(new) + code[m.end():] if isinstance(new, str) else
+                       code[:m.start()] + new(m) + code[m.end():] for rule, new in RULES for m in rule.finditer(code)}
+            for mutated in sorted(changed - {code}):
+                yield path.relative_to(ROOT), number, mutated
+
+
+def build(tree):
+    targets = ["--target", "unit_test", "process_test"]
+    return subprocess.run(["cmake", "--build", tree / "build", *targets], capture_output=True, check=False).returncode == 0
+
+
+def passes(tree, test):
+    command = [*CONTAINED, tree / "build/tests" / test[0], *test[1:]]
+    environment = {**os.environ, "GTEST_FAIL_FAST": "1"}
+    try:
+        return subprocess.run(command, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL, timeout=DEADLINE, check=False).returncode == 0
+    except subprocess.TimeoutExpired:
+        return False
+
+
+def prepare(tree):
+    """A copy of the project in `tree`, built and with its tests passing."""
+    tree.mkdir()
+    for name in ("CMakeLists.txt", "src", "tests", "examples"):
+        source = ROOT / name
+        shutil.copytree(source, tree / name) if source.is_dir() else shutil.copy(source, tree / name)
+    subprocess.run(["cmake", "-S", tree, "-B", tree / "build"], stdout=subprocess.DEVNULL, check=True)
+    if not build(tree) or not all(passes(tree, test) for test in TESTS):
+        sys.exit("the tests do not pass without a fault")
+    return tree
+
+
+def verdict(trees, mutant):
+    """'noticed', 'SURVIVED' or 'invalid': what comes of one mutant, in one of the prepared trees."""
+    path, number, mutated = mutant
+    tree = trees.get()
+    original = (tree / path).read_text()
+    lines = original.splitlines()
+    lines[number] = mutated
+    (tree / path).write_text("\n".join(lines) + "\n")
+    try:
+        if not build(tree):
+            return "invalid"
+        return "SURVIVED" if all(passes(tree, test) for test in TESTS) else "noticed"
+    finally:
+        (tree / path).write_text(original)
+        trees.put(tree)
+
+
+def main():
+    chosen = list(mutants())
+    random.Random(1).shuffle(chosen)
+    chosen = chosen[:int(sys.argv[1])] if len(sys.argv) > 1 else chosen
+    counts = {"noticed": 0, "SURVIVED": 0, "invalid": 0}
+    with tempfile.TemporaryDirectory() as scratch, concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        trees = queue.SimpleQueue()
+        for worker in range(os.cpu_count()):
+            trees.put(prepare(pathlib.Path(scratch) / str(worker)))
+        for mutant, result in zip(chosen, pool.map(lambda m: verdict(trees, m), chosen)):
+            counts[result] += 1
+            print(f"{result:8} {mutant[0]}:{mutant[1] + 1}: {mutant[2].strip() or '(dropped)'}", flush=True)
+    print(f"noticed {counts['noticed']} of {counts['noticed'] + counts['SURVIVED']}, {counts['invalid']} did not compile")
+
+
+main()
