@@ -5,6 +5,7 @@ import collections
 import concurrent.futures
 import contextlib
 import csv
+import functools
 import os
 import pathlib
 import re
@@ -58,12 +59,13 @@ def time_to_bootstrap(command):
     return (int(run(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE).stderr) - begin) / 1000
 
 
-def compare(measure, commands, times, prepare=lambda: None):
+def compare(measure, commands, times, prepare=None):
     """The median of each command over `times` rounds of all of them."""
     values = {name: [] for name in commands}
     for _ in range(times):
         for name, command in commands.items():
-            prepare()
+            if prepare is not None:
+                prepare()
             values[name].append(measure(command))
     return {name: statistics.median(measured) for name, measured in values.items()}
 
@@ -90,7 +92,7 @@ def supervised_stop():
         try:
             while run([*control, "pid"], capture_output=True).returncode != 0:
                 time.sleep(0.1)
-            prepare = lambda: run([*control, "start", "svc"], capture_output=True)
+            prepare = functools.partial(run, [*control, "start", "svc"], capture_output=True)
             return compare(run_time, {"stop": [*control, "stop", "svc"]}, SUPERVISED_STOPS, prepare)["stop"]
         finally:
             daemon.terminate()
@@ -98,11 +100,10 @@ def supervised_stop():
 
 def stop():
     """Of a process that ignores SIGTERM, so that one will do for all stops."""
-    ignore = lambda: signal.signal(signal.SIGTERM, signal.SIG_IGN)
+    ignore = functools.partial(signal.signal, signal.SIGTERM, signal.SIG_IGN)
     with subprocess.Popen(["svc", "1000"], executable="/bin/sleep", preexec_fn=ignore) as target:
-        prepare = lambda: RECORD.write_text(str(target.pid), encoding="utf-8")
-        svc = pathlib.Path("svc")
-        svc.symlink_to(LAUNCHER)
+        prepare = functools.partial(RECORD.write_text, str(target.pid), encoding="utf-8")
+        pathlib.Path("svc").symlink_to(LAUNCHER)
         commands = {"empty program": [EMPTY], "launcher without a record": ["./svc", "-p=1", "-s=stop"],
                     "launcher": ["./svc", "-s=stop"],
                     "start-stop-daemon": ["start-stop-daemon", "--stop", "--pidfile", RECORD.resolve(), "--exec",

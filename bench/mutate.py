@@ -62,10 +62,7 @@ def passes(tree, test):
 
 def prepare(tree):
     """A copy of the project in `tree`, built and with its tests passing."""
-    tree.mkdir()
-    for name in ("CMakeLists.txt", "src", "tests", "examples"):
-        source = ROOT / name
-        shutil.copytree(source, tree / name) if source.is_dir() else shutil.copy(source, tree / name)
+    shutil.copytree(ROOT, tree, ignore=shutil.ignore_patterns("build", ".git"))
     subprocess.run(["cmake", "-S", tree, "-B", tree / "build"], stdout=subprocess.DEVNULL, check=True)
     if not build(tree) or not all(passes(tree, test) for test in TESTS):
         sys.exit("the tests do not pass without a fault")

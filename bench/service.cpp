@@ -4,53 +4,56 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
 #include <thread>
-#include <vector>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-using std::chrono::nanoseconds;
-
 constexpr std::size_t kDeliveries = 250;
-constexpr std::chrono::seconds kPatience{10};  // more than any answer that comes at all takes
+constexpr std::int64_t kPatience = 10'000'000'000;  // more than any answer that comes at all takes
 
 std::atomic<std::size_t> stops = 0;
-std::atomic<Clock::time_point> stopped;
+std::atomic<std::int64_t> stopTime = 0;  // Now() at the last StopService
 
-void SetTerminationBlocked(int how) {
+// Nanoseconds on the clock of clock_gettime(CLOCK_MONOTONIC).
+std::int64_t Now() { return std::chrono::nanoseconds(std::chrono::steady_clock::now().time_since_epoch()).count(); }
+
+void Report(std::int64_t nanoseconds) {
+  static_cast<void>(std::fprintf(stderr, "%lld\n", static_cast<long long>(nanoseconds)));
+}
+
+void BlockTermination() {
   sigset_t set;
   sigemptyset(&set);
   sigaddset(&set, SIGTERM);
-  ::pthread_sigmask(how, &set, nullptr);
+  ::pthread_sigmask(SIG_BLOCK, &set, nullptr);
 }
 
 // The time from one SIGTERM to its StopService in nanoseconds. Ends the process with status 99 where none comes.
 std::int64_t Deliver() {
   const std::size_t before = stops;
-  const auto sent = Clock::now();
+  const std::int64_t sent = Now();
   ::kill(::getpid(), SIGTERM);
   while (stops == before) {
-    if (Clock::now() - sent > kPatience) std::_Exit(99);
+    if (Now() - sent > kPatience) std::_Exit(99);
     ::usleep(20);
   }
-  return nanoseconds(stopped.load() - sent).count();
+  return stopTime - sent;
 }
 
 // SIGTERM is blocked here, so it goes to the threads that were started before.
 int DeliverAll() {
-  SetTerminationBlocked(SIG_BLOCK);
+  BlockTermination();
   for (std::size_t i = 0; i < kDeliveries; ++i) {
     ::usleep(200);
-    static_cast<void>(std::fprintf(stderr, "%lld\n", static_cast<long long>(Deliver())));
+    Report(Deliver());
   }
   std::_Exit(stops == kDeliveries ? 0 : 98);
 }
@@ -76,14 +79,13 @@ int Busy() {
 
 // Says when it was called, and returns at once.
 int Once() {
-  static_cast<void>(
-      std::fprintf(stderr, "%lld\n", static_cast<long long>(nanoseconds(Clock::now().time_since_epoch()).count())));
+  Report(Now());
   return 0;
 }
 
 // Says that it is there, and returns when it has been stopped.
 int Wait() {
-  SetTerminationBlocked(SIG_BLOCK);
+  BlockTermination();
   static_cast<void>(std::fprintf(stderr, "ready\n"));
   sigset_t none;
   sigemptyset(&none);
@@ -101,7 +103,7 @@ extern "C" [[gnu::visibility("default")]] int Bootstrap(int argc, char** argv) {
 }
 
 extern "C" [[gnu::visibility("default")]] int StopService() {
-  stopped = Clock::now();
+  stopTime = Now();
   ++stops;
   return 0;
 }
