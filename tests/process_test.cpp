@@ -22,7 +22,7 @@ class Launch {
   Launch(const std::string& variables, const std::string& name, const std::string& arguments) {
     const std::string shell = "echo $$; FIXTURES=" FIXTURES
                               "; export ASAN_OPTIONS=verify_asan_link_order=0 TSAN_OPTIONS=atexit_sleep_ms=0 "
-                              "NORV_ROOT=. LD_LIBRARY_PATH=$FIXTURES " +
+                              "_APP_SHARE_DIR=./var/oss_tmp LD_LIBRARY_PATH=$FIXTURES " +
                               variables + "; exec -a " + name + " " LAUNCHER " " + arguments;
     pipe_ = popen(("exec env -i bash -c '" + shell + "'").c_str(), "r");
     SeesOutput("\n");
@@ -78,6 +78,10 @@ TEST_F(Process, RunsHaveTheirTranscripts) {
   }
   EXPECT_EQ(found, expected);
   EXPECT_EQ(ReadFile("var/oss_tmp/svc_9.pid"), "1");
+  EXPECT_EQ(Launch("; unset _APP_SHARE_DIR", "java", "-Dprocname=svc -boot=probe -do Arguments").Transcript(),
+            "strProcFilePath:java\nstrStdDir , strStdExeName java\nError: NORV_ROOT/APP_ROOT env not found!\n"
+            "startParam: svc 0 : PID\nwrite svc_0.pid : iOSProcessID:PID\nWriteProcFile finish\n"
+            "-Dprocname=svc|-boot=probe|-do|Arguments|[5]\n");
   const std::string longMode(100'000, 'x');
   EXPECT_EQ(Launch("", "svc", "-s=" + longMode).Transcript(),
             "strProcFilePath:svc\nstrStdDir , strStdExeName svc\nError: s param " + longMode + " unknow![255]\n");

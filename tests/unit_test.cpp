@@ -6,9 +6,7 @@
 #include <locale>
 #include <tuple>
 
-#include "launcher/params.h"
 #include "registry/decimal.h"
-#include "registry/pid_dir.h"
 #include "registry/pid_record.h"
 #include "registry/proc_file_manager.h"
 #include "registry/termination_handler.h"
@@ -24,13 +22,6 @@ struct Grouping : std::numpunct<char> {
   char do_thousands_sep() const override { return ','; }
   std::string do_grouping() const override { return "\1"; }
 };
-
-template <typename Work>
-std::string OutputOf(Work work) {
-  testing::internal::CaptureStdout();
-  work();
-  return testing::internal::GetCapturedStdout();
-}
 
 }  // namespace
 
@@ -76,50 +67,19 @@ TEST_F(Unit, RecordsNeverWaitAndNeverFail) {
 
 TEST_F(Unit, RegistryIsMadeOnce) {
   setenv("NORV_ROOT", "none", 1);
-  ProcFileManager* registry = nullptr;
-  EXPECT_EQ(OutputOf([&] { registry = ProcFileManager::GetInstance(); }), "pid dir none/var/oss_tmp/\n");
-  EXPECT_EQ(OutputOf([&] { EXPECT_EQ(registry, ProcFileManager::GetInstance()); }), "");
+  testing::internal::CaptureStdout();
+  ProcFileManager* const registry = ProcFileManager::GetInstance();
+  EXPECT_EQ(registry, ProcFileManager::GetInstance());
   EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), handle_linux_signal);
   EXPECT_EQ(registry->GetModulePath(), "");
   registry->SetModulePath("x");
   EXPECT_EQ(registry->GetModulePath(), "x");
-  EXPECT_EQ(OutputOf([&] { EXPECT_EQ(registry->WriteProcFile("svc", 3, 0), -1); }),
-            "Error: write proc name handle svc 3 but osprocid 0 invalid!\n");
   int pid = 1;
+  EXPECT_EQ(registry->WriteProcFile("svc", 3, 0), -1);
   EXPECT_EQ(registry->ReadProcFile("svc", 3, pid), -1);
   EXPECT_EQ(pid, 0);
-}
-
-TEST_F(Unit, PidDirComesFromTheEnvironment) {
-  const char* const rows[][3] = {{"/opt//app", "/other", "/opt//app/var/oss_tmp/"},
-                                 {"", "/other", "/var/oss_tmp/"},
-                                 {"C:\\app/\\/", nullptr, "C:/app/var/oss_tmp/"},
-                                 {nullptr, "/data/share", "/data/share/"},
-                                 {nullptr, "\\", "/"},
-                                 {nullptr, nullptr, ""}};
-  const auto set = [](const char* name, const char* value) { value ? setenv(name, value, 1) : unsetenv(name); };
-  for (const auto& [root, share, dir] : rows) {
-    set("NORV_ROOT", root);
-    set("_APP_SHARE_DIR", share);
-    EXPECT_EQ(GetPidDir(), dir);
-  }
-}
-
-TEST_F(Unit, ParametersAreParsed) {
-  const struct {
-    std::vector<std::string> arguments;
-    ParamMap params;
-    std::string output;
-  } rows[] = {{{}, {}, ""},
-              {{"-x"}, {}, ""},
-              {{"l", "-s=stop", "--s", "a", "---s=b"}, {{"s", {"stop", "a", "b"}}}, ""},
-              {{"l", "-a=x=y", "-b=", "-=v"}, {{"a", {"x=y"}}, {"b", {""}}, {"", {"v"}}}, ""},
-              {{"l", "-a", "b", "-c=d", "e"}, {{"a", {"b", "e"}}, {"c", {"d"}}}, ""},
-              {{"l", "-a", "-b", "x=y", "-", "", "z"}, {{"a", {}}, {"b", {"x=y", "", "z"}}}, "param  invalid!"},
-              {{"l", "x%n", "", "-S", "-5"}, {{"S", {}}, {"5", {}}}, "ignore param x%n!ignore param !"}};
-  for (const auto& row : rows) {
-    ParamMap params;
-    EXPECT_EQ(OutputOf([&] { ParseParams(row.arguments, params); }), row.output);
-    EXPECT_EQ(params, row.params);
-  }
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "pid dir none/var/oss_tmp/\nError: write proc name handle svc 3 but osprocid 0 invalid!\n"
+            "read none/var/oss_tmp/svc_3.pid : iOSProcessID:0\n"
+            "Error: read proc name handle svc 3 but osprocid 0 invalid!\n");
 }
