@@ -42,8 +42,8 @@ class Launch {
     SeesOutput("");
     const int status = pclose(std::exchange(pipe_, nullptr));
     const int end = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    return std::regex_replace(output_, std::regex("\\b" + std::to_string(pid) + "\\b"), "PID") + "[" +
-           std::to_string(end) + "]\n";
+    const std::regex own("( : |iOSProcessID:|osprocid )" + std::to_string(pid) + "\\b");
+    return std::regex_replace(output_, own, "$1PID") + "[" + std::to_string(end) + "]\n";
   }
 
   pid_t pid = 0;
