@@ -17,7 +17,8 @@ namespace launcher {
 /// - The interrupted thread stays in its handler until its signal has been answered, so that the code which it returns
 ///   to sees what `StopService` did. It stays for at most one second, since it may hold a lock that the answer needs.
 ///   Then it goes on, and it is interrupted once more when the answer is complete, so that a loop around pause(2) looks
-///   at its condition again. That interruption is no signal to answer.
+///   at its condition again. That interruption is no signal to answer, and is left out when the module has meanwhile
+///   given SIGTERM another action, which it would set off.
 /// - No signal is blocked on any other thread, and none but SIGPIPE is lost on this one: the launcher's lines into a
 ///   closed pipe do not end a service that is yet to be stopped.
 /// - In a process that was forked off the hosting one the thread does not exist, and HandOverSignal says so.
