@@ -77,6 +77,7 @@ TEST_F(Process, RunsHaveTheirTranscripts) {
     expected += line + "\n";
   }
   EXPECT_EQ(found, expected);
+  EXPECT_NE(found, "") << "there are no transcripts";
   EXPECT_EQ(ReadFile("var/oss_tmp/svc_9.pid"), "1");
   EXPECT_EQ(Launch("; unset _APP_SHARE_DIR", "java", "-Dprocname=svc -boot=probe -do Arguments").Transcript(),
             "strProcFilePath:java\nstrStdDir , strStdExeName java\nError: NORV_ROOT/APP_ROOT env not found!\n"
