@@ -6,6 +6,7 @@
 #include <locale>
 #include <tuple>
 
+#include "launcher/launch_context.h"
 #include "registry/decimal.h"
 #include "registry/pid_record.h"
 #include "registry/proc_file_manager.h"
@@ -82,4 +83,17 @@ TEST_F(Unit, RegistryIsMadeOnce) {
             "pid dir none/var/oss_tmp/\nError: write proc name handle svc 3 but osprocid 0 invalid!\n"
             "read none/var/oss_tmp/svc_3.pid : iOSProcessID:0\n"
             "Error: read proc name handle svc 3 but osprocid 0 invalid!\n");
+}
+
+TEST_F(Unit, ContextIsFilledAndCleared) {
+  LaunchContext context;
+  context.SetProcFilePath("/bin/java");
+  context.ResolveProcIdentity();
+  context.SetOwnPid();
+  context.procHandle = 3;
+  EXPECT_EQ(std::tie(context.exeDir, context.procName), std::tuple("/bin", ""));
+  EXPECT_TRUE(context.javaFlag && context.params.contains("Dprocname") && context.pid == getpid());
+  context.Clear();
+  EXPECT_EQ(std::tie(context.exeDir, context.javaFlag, context.pid, context.procHandle), std::tuple("", false, 0, 0));
+  EXPECT_TRUE(context.params.empty());
 }
