@@ -88,7 +88,7 @@ TEST_F(Process, RunsHaveTheirTranscripts) {
             "strProcFilePath:svc\nstrStdDir , strStdExeName svc\nError: s param " + longMode + " unknow![255]\n");
 }
 
-TEST_F(Process, StopsUnderFireAreAnsweredOnceEach) {
+TEST_F(Process, StopsUnderFireAreAnsweredOnceEachInTurn) {
 #ifdef __SANITIZE_THREAD__
   GTEST_SKIP() << "ThreadSanitizer holds signals back, and merges what the kernel would deliver one by one";
 #endif
@@ -97,6 +97,8 @@ TEST_F(Process, StopsUnderFireAreAnsweredOnceEach) {
   for (auto& service : services) EXPECT_EQ(service->Transcript(), started + Repeated(answer, 25) + "[0]\n");
   EXPECT_EQ(Launch("", "svc", "-boot=probe -do Crowd").Transcript(),
             started + Repeated(answer, 80) + "stops 80\n[0]\n");
+  EXPECT_EQ(Launch("", "svc", "-boot=probe -do Queue").Transcript(),
+            started + answer + "00\n" + answer + "10\n" + answer + "01\n[0]\n");
 }
 
 TEST_F(Process, AStartAndItsStop) {
