@@ -32,7 +32,7 @@ TEST_F(Unit, NumbersAndRecordsIgnoreTheLocale) {
   const std::tuple<std::string, int, int> rows[] = {
       // Text, its number, and what a record of that text holds.
       // clang-format off
-      {" \t\n\v\f\r812\n", 812, 812},  {"12abc", 12, 12},  {"+7", 7, 7},  {"0x1F", 0, 0},  {"1,234", 1, 1},
+      {" \t\n\v\f\r812\n", 812, 812},  {"5 6", 5, 5},  {"1-2", 1, 1},  {"+7", 7, 7},  {"0x1F", 0, 0},  {"1,234", 1, 1},
       {"", 0, 0},  {"abc", 0, 0},  {"+-5", 0, 0},  {"- 5", 0, 0},  {zeros + "42", 42, 42},
       {"2147483647", INT_MAX, INT_MAX},  {"2147483648", 0, INT_MAX},  {zeros + std::string(100'000, '9'), 0, INT_MAX},
       {"-2147483648", INT_MIN, INT_MIN},  {"-2147483649", 0, INT_MIN},
@@ -90,10 +90,12 @@ TEST_F(Unit, ContextIsFilledAndCleared) {
   context.SetProcFilePath("/bin/java");
   context.ResolveProcIdentity();
   context.SetOwnPid();
-  context.procHandle = 3;
   EXPECT_EQ(std::tie(context.exeDir, context.procName), std::tuple("/bin", ""));
   EXPECT_TRUE(context.javaFlag && context.params.contains("Dprocname") && context.pid == getpid());
+  context.procName = "x";
+  context.procHandle = 3;
   context.Clear();
-  EXPECT_EQ(std::tie(context.exeDir, context.javaFlag, context.pid, context.procHandle), std::tuple("", false, 0, 0));
+  EXPECT_EQ(std::tie(context.exeDir, context.procName, context.javaFlag, context.pid, context.procHandle),
+            std::tuple("", "", false, 0, 0));
   EXPECT_TRUE(context.params.empty());
 }

@@ -16,14 +16,14 @@ bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
 }  // namespace
 
 bool DecimalReader::Feed(char byte) {
-  if (stage_ == Stage::kBlanks && IsBlank(byte)) return true;
-  if (stage_ == Stage::kBlanks && (byte == '+' || byte == '-')) {
+  if (!started_ && IsBlank(byte)) return true;
+  if (!started_ && (byte == '+' || byte == '-')) {
     negative_ = byte == '-';
-    stage_ = Stage::kSign;
+    started_ = true;
     return true;
   }
   if (!IsDigit(byte)) return false;
-  stage_ = Stage::kDigits;
+  started_ = true;
   magnitude_ = std::min(magnitude_ * 10 + (byte - '0'), kTooLarge);
   return true;
 }

@@ -22,7 +22,7 @@ class DecimalReader {
  private:
   [[nodiscard]] std::int64_t Signed() const;
 
-  enum class Stage { kBlanks, kSign, kDigits } stage_ = Stage::kBlanks;
+  bool started_ = false;  // past the white space
   bool negative_ = false;
   std::int64_t magnitude_ = 0;
 };
