@@ -96,7 +96,7 @@ TEST_F(Process, StopsUnderFireAreAnsweredOnceEachInTurn) {
   for (auto& service : services) service = std::make_unique<Launch>("", "svc", "-boot=probe -do Fire");
   for (auto& service : services) EXPECT_EQ(service->Transcript(), started + Repeated(answer, 25) + "[0]\n");
   EXPECT_EQ(Launch("", "svc", "-boot=probe -do Crowd").Transcript(),
-            started + Repeated(answer, 80) + "stops 80\n[0]\n");
+            started + Repeated(answer, 81) + "stops 81\n[0]\n");
   EXPECT_EQ(Launch("", "svc", "-boot=probe -do Queue").Transcript(),
             started + answer + "00\n" + answer + "10\n" + answer + "01\n[0]\n");
 }

@@ -216,7 +216,6 @@ void StartStopThread(void (*answer)(int)) {
   // None of these calls but the creation can fail with what they are given.
   pthread_attr_t attributes;
   ::pthread_attr_init(&attributes);
-  ::pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
   ::pthread_attr_setsigmask_np(&attributes, &everySignal);
   pthread_t thread{};
   if (::pthread_create(&thread, &attributes, RunStopThread, nullptr) == 0) g_process = ::getpid();
