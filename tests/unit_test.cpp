@@ -92,7 +92,7 @@ TEST_F(Unit, ContextIsFilledAndCleared) {
   context.SetOwnPid();
   EXPECT_EQ(std::tie(context.exeDir, context.procName), std::tuple("/bin", ""));
   EXPECT_TRUE(context.javaFlag && context.params.contains("Dprocname") && context.pid == getpid());
-  context.procName = "x";
+  context.procName.push_back('x');
   context.procHandle = 3;
   context.Clear();
   EXPECT_EQ(std::tie(context.exeDir, context.procName, context.javaFlag, context.pid, context.procHandle),
