@@ -20,15 +20,14 @@ class Scratch : public testing::Test {
  protected:
   Scratch() {
     alarm(100);
-    std::filesystem::current_path(dir_);
+    std::string dir = testing::TempDir() + "launcher-XXXXXX";
+    std::filesystem::current_path(dir_ = mkdtemp(dir.data()));
   }
   ~Scratch() override {
     std::filesystem::current_path("/");
     std::filesystem::remove_all(dir_);
   }
 
-  const std::string dir_ = [] {
-    std::string dir = testing::TempDir() + "launcher-XXXXXX";
-    return std::string(mkdtemp(dir.data()));
-  }();
+ private:
+  std::string dir_;
 };
