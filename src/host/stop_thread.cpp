@@ -40,6 +40,16 @@ void Bump(Word& count) noexcept {
   FutexWakeAll(count);
 }
 
+// Returns once `condition` holds. Whoever may have made it hold bumps `count` then.
+template <typename Condition>
+void WaitUntil(Word& count, Condition condition) noexcept {
+  for (;;) {
+    const std::uint32_t seen = count;
+    if (condition()) return;
+    FutexWait(count, seen, nullptr);
+  }
+}
+
 enum State : std::uint32_t {
   kFree,
   kFilling,   // taken by an interrupted thread, which writes the fields
@@ -195,11 +205,7 @@ void* RunStopThread(void* /*unused*/) noexcept {
   sigset_t mask;
   t_interruptedMask = &mask;
   for (;;) {
-    const std::uint32_t seen = g_handedOver;
-    if (!AnyUnanswered()) {
-      FutexWait(g_handedOver, seen, nullptr);
-      continue;
-    }
+    WaitUntil(g_handedOver, AnyUnanswered);
     AnswerNext(mask);
     // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
     if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
@@ -249,11 +255,7 @@ InterruptedMask::~InterruptedMask() {
 }
 
 void WaitForAcceptedStops() noexcept {
-  while (g_process == ::getpid()) {
-    const std::uint32_t seen = g_answered;
-    if (!AnyUnanswered()) return;
-    FutexWait(g_answered, seen, nullptr);
-  }
+  WaitUntil(g_answered, [] { return g_process != ::getpid() || !AnyUnanswered(); });
 }
 
 }  // namespace launcher
