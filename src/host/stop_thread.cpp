@@ -66,7 +66,7 @@ struct Slot {
   pid_t tid{};
   int signalNumber{};
   std::uint64_t turn{};
-  sigset_t mask{};  // of the interrupted thread, with SIGTERM
+  sigset_t mask{};  // of the interrupted thread in its handler, and so with SIGTERM (signal(7))
 };
 
 // As many signals as can be on their way at once with all that is promised. It takes more threads than that, or a
@@ -119,7 +119,6 @@ void Fill(Slot& slot, int signalNumber) noexcept {
   slot.signalNumber = signalNumber;
   slot.turn = g_turns.fetch_add(1);
   ::pthread_sigmask(SIG_SETMASK, nullptr, &slot.mask);
-  sigaddset(&slot.mask, SIGTERM);
   slot.state = kWaiting;
 }
 
@@ -202,7 +201,7 @@ void AnswerNext(sigset_t& mask) noexcept {
 bool AnyUnanswered() noexcept { return g_surplus != 0 || std::any_of(g_slots.begin(), g_slots.end(), IsUnanswered); }
 
 void* RunStopThread(void* /*unused*/) noexcept {
-  sigset_t mask;
+  sigset_t mask{};
   t_interruptedMask = &mask;
   for (;;) {
     WaitUntil(g_handedOver, AnyUnanswered);
