@@ -43,7 +43,6 @@ int StartProcess(int argc, char** argv, const LaunchContext& context) {
   Register(context);
 
   const auto bootstrap = FindBootstrap(path);
-  static_cast<void>(std::fflush(stdout));
   const int result = bootstrap(argc, argv);
   WaitForAcceptedStops();
   return result;
