@@ -45,6 +45,7 @@ SAME = {
     "dropped: FutexWait(count, seen, nullptr);": "waits busily for the same",
     "constexpr std::size_t kSlots = 65;": "no number is promised",
     "if (IsUnanswered(slot) && (next == nullptr || slot.turn <= next->turn)) next = &slot;": "no two turns are equal",
+    "std::array<char, 4097> chunk;": "any size does",
     "slot.turn = g_turns.fetch_add(2);": "the same order",
     "dropped: stopList.clear();": "the only caller passes an empty list",
     'const UniqueFd file(::open(("/proc/" + IntToString(pid) + "/cmdline").c_str(), O_RDONLY));':
@@ -57,7 +58,7 @@ def mutants():
     for path in sorted((ROOT / "src").rglob("*.[hc]*")):
         for number, line in enumerate(path.read_text().splitlines()) if path.suffix in (".h", ".cpp") else ():
             code = line.split("//")[0].rstrip()
-            if not code or code.startswith("#") or "static_assert" in code or "= delete;" in code:
+            if not code or code.startswith("#") or "static_assert" in code or re.search("= (delete|default);", code):
                 continue
             changed = {code[:m.start()] + m.expand(new) + code[m.end():] if isinstance(new, str) else
                        code[:m.start()] + new(m) + code[m.end():] for rule, new in RULES for m in rule.finditer(code)}
