@@ -35,7 +35,7 @@ TEST_F(Unit, NumbersAndRecordsIgnoreTheLocale) {
       {" \t\n\v\f\r812\n", 812, 812},  {"5 6", 5, 5},  {"1-2", 1, 1},  {"+7", 7, 7},  {"0x1F", 0, 0},  {"1,234", 1, 1},
       {"", 0, 0},  {"abc", 0, 0},  {"+-5", 0, 0},  {"- 5", 0, 0},  {zeros + "42", 42, 42},
       {"2147483647", INT_MAX, INT_MAX},  {"2147483648", 0, INT_MAX},  {zeros + std::string(100'000, '9'), 0, INT_MAX},
-      {"-2147483648", INT_MIN, INT_MIN},  {"-2147483649", 0, INT_MIN},
+      {"-2147483648", INT_MIN, INT_MIN},  {"-2147483649", 0, INT_MIN},  {"5" + std::string(4095, ' ') + "6", 5, 5},
       // clang-format on
   };
   for (const auto& [text, number, recorded] : rows) {
@@ -72,17 +72,15 @@ TEST_F(Unit, RegistryIsMadeOnce) {
   ProcFileManager* const registry = ProcFileManager::GetInstance();
   EXPECT_EQ(registry, ProcFileManager::GetInstance());
   EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), handle_linux_signal);
-  EXPECT_EQ(registry->GetModulePath(), "");
-  registry->SetModulePath("x");
-  EXPECT_EQ(registry->GetModulePath(), "x");
   int pid = 1;
   EXPECT_EQ(registry->WriteProcFile("svc", 3, 0), -1);
   EXPECT_EQ(registry->ReadProcFile("svc", 3, pid), -1);
   EXPECT_EQ(pid, 0);
+  EXPECT_EQ(registry->DeleteProcFile("svc", 3), 0);
   EXPECT_EQ(testing::internal::GetCapturedStdout(),
             "pid dir none/var/oss_tmp/\nError: write proc name handle svc 3 but osprocid 0 invalid!\n"
             "read none/var/oss_tmp/svc_3.pid : iOSProcessID:0\n"
-            "Error: read proc name handle svc 3 but osprocid 0 invalid!\n");
+            "Error: read proc name handle svc 3 but osprocid 0 invalid!\ndelete none/var/oss_tmp/svc_3.pid\n");
 }
 
 TEST_F(Unit, ContextIsFilledAndCleared) {
