@@ -70,7 +70,7 @@ TEST_F(Process, StopsUnderFireAreAnsweredOnceEachInTurn) {
   for (std::FILE*& service : services) service = Start("", "svc", "-boot=probe -do Fire");
   for (std::FILE* service : services) EXPECT_EQ(Transcript(service), started + Repeated(answer, 25) + "[0]\n");
   EXPECT_EQ(Transcript(Start("", "svc", "-boot=probe -do Crowd")),
-            started + Repeated(answer, 270) + "stops 270\n[0]\n");
+            started + Repeated(answer, 1160) + "stops 1160\n[0]\n");
   EXPECT_EQ(Transcript(Start("", "svc", "-boot=probe -do Queue")),
             started + answer + "00\n" + answer + "10\n" + answer + "01\n" + answer + "11\n[0]\n");
 }
