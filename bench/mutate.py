@@ -30,7 +30,8 @@ RULES = [(re.compile(pattern), replacement) for pattern, replacement in (
     (r"&&", "||"), (r"\|\|", "&&"), (r"\+\+", "--"), (r"--", "++"), (r" \+ ", " - "), (r" \+= ", " -= "),
     (r"\btrue\b", "false"), (r"\bfalse\b", "true"), (r"\b(\d+)\b", lambda m: str(int(m[1]) + 1)),
     (r" \| [A-Z_]\w+", ""), (r"(?<=\()[A-Z_]\w+ \| ", ""), (r"\b(if|while) \((?!const )", r"\1 (!"),
-    (r'"(?:[^"\\]|\\.)+"', lambda m: '"x' + m[0][1:]), (r"'[^\\]'", "'\\\\0'"), (r"\bkFree\b", "kFilling"), (r"\bkWaiting\b", "kResumed"),
+    (r'"(?:[^"\\]|\\.)+"', lambda m: '"x' + m[0][1:]), (r"'[^\\]'", "'\\\\0'"),
+    (r"\bkFree\b", "kFilling"), (r"\bkWaiting\b", "kResumed"),
     (r"\bSIG_BLOCK\b", "SIG_UNBLOCK"), (r"\bSIG_SETMASK\b", "SIG_BLOCK"), (r"\bSIGTERM\b", "SIGINT"),
     (r"\bfetch_add\b", "fetch_sub"), (r"^\s+[^/{}]*;$", ""))]
 
@@ -75,8 +76,8 @@ def mutants():
 
 
 def build(tree):
-    targets = ["--target", "unit_test", "process_test"]
-    return subprocess.run(["cmake", "--build", tree / "build", *targets], capture_output=True, check=False).returncode == 0
+    command = ["cmake", "--build", tree / "build", "--target", "unit_test", "process_test"]
+    return subprocess.run(command, capture_output=True, check=False).returncode == 0
 
 
 def outcome(tree):
