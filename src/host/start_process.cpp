@@ -1,3 +1,5 @@
+#include "host/start_process.h"
+
 #include <dlfcn.h>
 
 #include <cstdio>
@@ -8,7 +10,6 @@
 #include "host/service_module.h"
 #include "host/stop_thread.h"
 #include "host/termination_handler.h"
-#include "launcher/mode_entries.h"
 #include "registry/proc_file_manager.h"
 
 namespace launcher {

@@ -2,9 +2,10 @@
 #include <string>
 #include <vector>
 
+#include "host/start_process.h"
 #include "launcher/launch_context.h"
-#include "launcher/mode_entries.h"
 #include "launcher/params.h"
+#include "stop/stop_process.h"
 
 int main(int argc, char** argv) {
   using namespace launcher;

@@ -1,10 +1,11 @@
+#include "stop/stop_process.h"
+
 #include <signal.h>
 
 #include <cstdio>
 #include <list>
 #include <string>
 
-#include "launcher/mode_entries.h"
 #include "registry/proc_file_manager.h"
 #include "stop/process_verification.h"
 
