@@ -1,11 +1,9 @@
 // Hosts the module that the first argument names with the launcher's own stop path, but runs it in the signal handler.
 
-#include <dlfcn.h>
-
 #include <csignal>
 #include <string>
 
-#include "host/service_module.h"
+#include "host/hosted_module.h"
 #include "host/termination_handler.h"
 #include "registry/proc_file_manager.h"
 
@@ -14,7 +12,5 @@ int main(int argc, char** argv) {
   const std::string path = argv[1];
   launcher::ProcFileManager::GetInstance()->SetModulePath(path);
   static_cast<void>(std::signal(SIGTERM, launcher::AnswerSignal));
-  const auto bootstrap =
-      reinterpret_cast<int (*)(int, char**)>(::dlsym(launcher::OpenServiceModule(path), "Bootstrap"));
-  return bootstrap != nullptr ? bootstrap(argc, argv) : 1;
+  return launcher::FindBootstrap(path)(argc, argv);
 }

@@ -1,13 +1,11 @@
 #include "host/start_process.h"
 
-#include <dlfcn.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "host/boot_module.h"
-#include "host/service_module.h"
+#include "host/hosted_module.h"
 #include "host/stop_thread.h"
 #include "host/termination_handler.h"
 #include "registry/proc_file_manager.h"
@@ -23,15 +21,6 @@ void Register(const LaunchContext& context) {
     std::exit(-1);
   }
   std::puts("WriteProcFile finish");
-}
-
-auto FindBootstrap(const std::string& path) {
-  const auto bootstrap = reinterpret_cast<int (*)(int, char**)>(::dlsym(OpenServiceModule(path), "Bootstrap"));
-  if (bootstrap == nullptr) {
-    std::printf("Error: find BOOT_STRAP symbol from %s failed!\n", path.c_str());
-    std::exit(-1);
-  }
-  return bootstrap;
 }
 
 }  // namespace

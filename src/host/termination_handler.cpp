@@ -4,7 +4,7 @@
 #include <csignal>
 #include <cstdio>
 
-#include "host/service_module.h"
+#include "host/hosted_module.h"
 #include "host/stop_thread.h"
 #include "host/termination_handler.h"
 

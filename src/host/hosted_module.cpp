@@ -1,4 +1,4 @@
-#include "host/service_module.h"
+#include "host/hosted_module.h"
 
 #include <dlfcn.h>
 
@@ -30,11 +30,20 @@ void* OpenServiceModule(const std::string& path) {
   return module;
 }
 
+decltype(&Bootstrap) FindBootstrap(const std::string& path) {
+  const auto bootstrap = reinterpret_cast<decltype(&Bootstrap)>(::dlsym(OpenServiceModule(path), "Bootstrap"));
+  if (bootstrap == nullptr) {
+    std::printf("Error: find BOOT_STRAP symbol from %s failed!\n", path.c_str());
+    std::exit(-1);
+  }
+  return bootstrap;
+}
+
 int CallStopService() {
   const std::string path = ProcFileManager::GetInstance()->GetModulePath();
   void* const module = OpenServiceModule(path);
   std::puts("received quit symbol");
-  const auto stopService = reinterpret_cast<int (*)()>(::dlsym(module, "StopService"));
+  const auto stopService = reinterpret_cast<decltype(&StopService)>(::dlsym(module, "StopService"));
   if (stopService == nullptr) {
     std::printf("Error: %s%s%s\n", "find StopService symbol from ", path.c_str(), " failed!");
     std::exit(-1);
