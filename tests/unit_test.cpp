@@ -6,11 +6,11 @@
 #include <locale>
 #include <tuple>
 
+#include "host/termination_handler.h"
 #include "launcher/launch_context.h"
 #include "registry/decimal.h"
 #include "registry/pid_record.h"
 #include "registry/proc_file_manager.h"
-#include "registry/termination_handler.h"
 #include "scratch.h"
 
 using namespace launcher;

@@ -14,7 +14,7 @@
 #include <cstdint>
 #include <ctime>
 
-#include "registry/termination_handler.h"
+#include "host/termination_handler.h"
 
 namespace launcher {
 namespace {

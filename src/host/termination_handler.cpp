@@ -1,4 +1,4 @@
-#include "registry/termination_handler.h"
+#include "host/termination_handler.h"
 
 #include <cerrno>
 #include <csignal>
@@ -6,7 +6,7 @@
 
 #include "host/hosted_module.h"
 #include "host/stop_thread.h"
-#include "host/termination_handler.h"
+#include "registry/proc_file_manager.h"
 
 namespace launcher {
 
@@ -14,6 +14,11 @@ void AnswerSignal(int signalNumber) {
   std::printf("received signal symbol %d\n", signalNumber);
   if (signalNumber == SIGTERM && CallStopService() != 0) std::printf("handle_linux_signal failed.");
   static_cast<void>(std::fflush(stdout));
+}
+
+void ProcFileManager::InstallSignalHandler() {
+  // Fails only for numbers that are no signal (signal(2)). The previous disposition is of no use to anybody.
+  static_cast<void>(std::signal(SIGTERM, handle_linux_signal));
 }
 
 }  // namespace launcher

@@ -1,5 +1,9 @@
 #pragma once
 
+/// The process's handler of SIGTERM, which ProcFileManager::InstallSignalHandler installs. May run on any thread of the
+/// process, at any point of it, and leaves `errno` alone.
+extern "C" void handle_linux_signal(int signalNumber);
+
 namespace launcher {
 
 /// Everything that a signal sets off: says that it came and, for SIGTERM, calls the module's `StopService` and says so

@@ -2,12 +2,10 @@
 
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
 
 #include "registry/pid_dir.h"
 #include "registry/pid_record.h"
-#include "registry/termination_handler.h"
 
 namespace launcher {
 
@@ -23,11 +21,6 @@ ProcFileManager::ProcFileManager() : pidDir_(GetPidDir()) {
   // never makes a second one.
   instance_.store(this, std::memory_order_release);
   InstallSignalHandler();
-}
-
-void ProcFileManager::InstallSignalHandler() {
-  // Fails only for numbers that are no signal (signal(2)). The previous disposition is of no use to anybody.
-  static_cast<void>(std::signal(SIGTERM, handle_linux_signal));
 }
 
 void ProcFileManager::SetModulePath(const std::string& path) {

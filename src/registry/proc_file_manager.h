@@ -39,7 +39,9 @@ class ProcFileManager {
   ProcFileManager();
   ~ProcFileManager() = default;
 
-  void InstallSignalHandler();
+  /// Makes handle_linux_signal the action of SIGTERM. The host defines it, in host/termination_handler.cpp: what a
+  /// SIGTERM sets off is its work.
+  static void InstallSignalHandler();
 
   static std::atomic<ProcFileManager*> instance_;
 
