@@ -15,6 +15,7 @@
 #include <ctime>
 
 #include "host/termination_handler.h"
+#include "registry/signals.h"
 
 namespace launcher {
 namespace {
@@ -148,15 +149,6 @@ Slot* NextSlot() noexcept {
     if (IsUnanswered(slot) && (next == nullptr || slot.turn < next->turn)) next = &slot;
   }
   return next;
-}
-
-// Takes the signal off those that are pending on this thread, if it is among them.
-bool TakePending(int signalNumber) noexcept {
-  sigset_t wanted;
-  sigemptyset(&wanted);
-  sigaddset(&wanted, signalNumber);
-  const timespec now{};
-  return ::sigtimedwait(&wanted, nullptr, &now) == signalNumber;
 }
 
 // Whether an interruption would still end up here: a module may have taken SIGTERM over meanwhile, or given it back its

@@ -1,8 +1,10 @@
 #include "stop/process_verification.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdio>
 
 #include "registry/decimal.h"

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "registry/proc_file_manager.h"
+#include "registry/signals.h"
 #include "stop/process_verification.h"
 
 namespace launcher {
@@ -32,7 +33,7 @@ void GetStopProcessList(const std::string& procName, int procHandle, std::list<L
   stopList.push_back(target);
 }
 
-int KillProcess(int pid) { return ::kill(pid, SIGTERM); }
+int KillProcess(int pid) noexcept { return ::kill(pid, SIGTERM); }
 
 void Stop(const LaunchContext& target) {
   const char* const name = target.procName.c_str();
@@ -44,9 +45,7 @@ void Stop(const LaunchContext& target) {
 
 // A reader that closed the pipe on our lines must not end us between reading the record and sending the signal.
 void BlockPipeSignal() {
-  sigset_t pipe;
-  sigemptyset(&pipe);
-  sigaddset(&pipe, SIGPIPE);
+  const sigset_t pipe = SignalSet({SIGPIPE});
   ::pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
 }
 

@@ -1,0 +1,30 @@
+#include "registry/signals.h"
+
+#include <ctime>
+
+namespace launcher {
+
+sigset_t SignalSet(std::initializer_list<int> signalNumbers) noexcept {
+  sigset_t set;
+  sigemptyset(&set);
+  for (const int number : signalNumbers) sigaddset(&set, number);
+  return set;
+}
+
+bool TakePending(int signalNumber) noexcept {
+  const sigset_t wanted = SignalSet({signalNumber});
+  const timespec now{};
+  return ::sigtimedwait(&wanted, nullptr, &now) == signalNumber;
+}
+
+DroppedSignal::DroppedSignal(int signalNumber) noexcept : signalNumber_(signalNumber), before_{} {
+  const sigset_t set = SignalSet({signalNumber});
+  ::pthread_sigmask(SIG_BLOCK, &set, &before_);
+}
+
+DroppedSignal::~DroppedSignal() {
+  static_cast<void>(TakePending(signalNumber_));
+  ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+}
+
+}  // namespace launcher
