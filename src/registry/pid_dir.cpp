@@ -1,16 +1,16 @@
 #include "registry/pid_dir.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
+#include "registry/separators.h"
+
 namespace launcher {
 namespace {
 
-std::string PidDirUnder(std::string dir, std::string_view suffix) {
-  std::replace(dir.begin(), dir.end(), '\\', '/');
-  dir.erase(dir.find_last_not_of('/') + 1);
+std::string PidDirUnder(const std::string& root, std::string_view suffix) {
+  std::string dir = NormalizeSeparators(root);
   if (!suffix.empty()) dir.append("/").append(suffix);
   return dir + "/";
 }
