@@ -1,44 +1,35 @@
 #include "registry/decimal.h"
 
 #include <algorithm>
+#include <charconv>
 #include <limits>
+#include <system_error>
 
 namespace launcher {
 namespace {
 
-constexpr std::int64_t kLowest = std::numeric_limits<int>::min();
-constexpr std::int64_t kHighest = std::numeric_limits<int>::max();
-constexpr std::int64_t kTooLarge = -kLowest + 1;  // fits with neither sign, and stays clear of overflow times ten
+struct Number {
+  int nearest;
+  bool fits;
+};
 
-bool IsBlank(char byte) { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
-bool IsDigit(char byte) { return byte >= '0' && byte <= '9'; }
+Number ReadNumber(std::string_view text) noexcept {
+  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);  // from_chars knows the minus only.
+  int value = 0;
+  const auto error = std::from_chars(text.data(), text.data() + text.size(), value).ec;
+  if (error != std::errc::result_out_of_range) return {value, true};
+  return {text.starts_with('-') ? std::numeric_limits<int>::min() : std::numeric_limits<int>::max(), false};
+}
 
 }  // namespace
 
-bool DecimalReader::Feed(char byte) {
-  if (!started_ && IsBlank(byte)) return true;
-  if (!started_ && (byte == '+' || byte == '-')) {
-    negative_ = byte == '-';
-    started_ = true;
-    return true;
-  }
-  if (!IsDigit(byte)) return false;
-  started_ = true;
-  magnitude_ = std::min(magnitude_ * 10 + (byte - '0'), kTooLarge);
-  return true;
+int StringToInt(std::string_view text) noexcept {
+  const Number number = ReadNumber(text);
+  return number.fits ? number.nearest : 0;
 }
 
-std::int64_t DecimalReader::Signed() const { return negative_ ? -magnitude_ : magnitude_; }
-int DecimalReader::Value() const { return static_cast<int>(std::clamp(Signed(), kLowest, kHighest)); }
-bool DecimalReader::Fits() const { return Signed() == Value(); }
-
-int StringToInt(std::string_view text) {
-  DecimalReader reader;
-  for (const char byte : text) {
-    if (!reader.Feed(byte)) break;
-  }
-  return reader.Fits() ? reader.Value() : 0;
-}
+int NearestInt(std::string_view text) noexcept { return ReadNumber(text).nearest; }
 
 std::string IntToString(int value) { return std::to_string(value); }
 

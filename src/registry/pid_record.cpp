@@ -1,11 +1,14 @@
 #include "registry/pid_record.h"
 
 #include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
 
 #include <array>
-#include <string_view>
+#include <cstddef>
 
 #include "registry/decimal.h"
+#include "registry/signals.h"
 #include "registry/unique_fd.h"
 
 namespace launcher {
@@ -16,12 +19,8 @@ namespace {
 constexpr int kOpenFlags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 constexpr mode_t kReadWriteForAll = 0666;
 
-bool FeedAll(DecimalReader& reader, std::string_view bytes) {
-  for (const char byte : bytes) {
-    if (!reader.Feed(byte)) return false;
-  }
-  return true;
-}
+// Many times the ten digits of a record, for what was put in front of them by hand.
+constexpr std::size_t kLongestRecord = 65536;
 
 }  // namespace
 
@@ -32,19 +31,19 @@ std::string PidRecordPath(const std::string& pidDir, const std::string& procName
 void WritePidRecord(const std::string& path, int pid) {
   const UniqueFd file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | kOpenFlags, kReadWriteForAll));
   const std::string digits = IntToString(pid);
-  // Ten bytes go in whole or not at all, and a record that could not be written is no error.
-  [[maybe_unused]] const auto written = ::write(file.Get(), digits.data(), digits.size());
+  // Where RLIMIT_FSIZE permits no byte at all, write(2) raises SIGXFSZ, which would end the process.
+  const DroppedSignal tooLarge(SIGXFSZ);
+  const ssize_t written = ::write(file.Get(), digits.data(), digits.size());
+  // Part of a number, as a full disk leaves it, is another process's id. A record that is not there harms nobody.
+  if (written != static_cast<ssize_t>(digits.size())) static_cast<void>(::ftruncate(file.Get(), 0));
 }
 
 int ReadPidRecord(const std::string& path) {
   const UniqueFd file(::open(path.c_str(), O_RDONLY | kOpenFlags));
-  DecimalReader reader;
-  std::array<char, 4096> chunk;
-  ssize_t size = 0;
-  do {
-    size = ::read(file.Get(), chunk.data(), chunk.size());
-  } while (size > 0 && FeedAll(reader, {chunk.data(), static_cast<std::size_t>(size)}));
-  return reader.Value();
+  std::array<char, kLongestRecord> text;
+  // Once only: a second read could go on in the number that another start has meanwhile written in its place.
+  const ssize_t size = ::read(file.Get(), text.data(), text.size());
+  return size > 0 ? NearestInt({text.data(), static_cast<std::size_t>(size)}) : 0;
 }
 
 }  // namespace launcher
