@@ -9,14 +9,7 @@
 
 namespace launcher {
 
-void LaunchContext::Clear() {
-  pid = 0;
-  exeDir.clear();
-  javaFlag = false;
-  procName.clear();
-  procHandle = 0;
-  params.clear();
-}
+void LaunchContext::Clear() { *this = LaunchContext(); }
 
 void LaunchContext::SetProcFilePath(const std::string& strProcFilePath) {
   std::printf("strProcFilePath:%s\n", strProcFilePath.c_str());

@@ -9,8 +9,6 @@ namespace launcher {
 /// One launcher process: who it is, and with what parameters it was started. The pair (`procName`, `procHandle`) is the
 /// identity under which it is registered and stopped.
 struct LaunchContext {
-  LaunchContext() { Clear(); }
-
   /// Sets every field to 0, false or empty.
   void Clear();
 
@@ -26,11 +24,11 @@ struct LaunchContext {
   /// Sets `pid` to that of this process.
   void SetOwnPid();
 
-  int pid;
+  int pid = 0;
   std::string exeDir;
-  bool javaFlag;
+  bool javaFlag = false;
   std::string procName;
-  int procHandle;
+  int procHandle = 0;
   ParamMap params;
 };
 
