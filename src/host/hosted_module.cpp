@@ -24,7 +24,7 @@ void* OpenServiceModule(const std::string& path) {
   static_cast<void>(std::fflush(stdout));  // What cannot be written now is tried again with the next line.
   void* const module = Load(path);
   if (module == nullptr) {
-    std::printf("%s%s%s%s\n", "open ", path.c_str(), " failed:", ::dlerror());
+    std::printf("open %s failed:%s\n", path.c_str(), ::dlerror());
     std::exit(-1);
   }
   return module;
@@ -45,7 +45,7 @@ int CallStopService() {
   std::puts("received quit symbol");
   const auto stopService = reinterpret_cast<decltype(&StopService)>(::dlsym(module, "StopService"));
   if (stopService == nullptr) {
-    std::printf("Error: %s%s%s\n", "find StopService symbol from ", path.c_str(), " failed!");
+    std::printf("Error: find StopService symbol from %s failed!\n", path.c_str());
     std::exit(-1);
   }
   std::puts("stop the service ...");

@@ -11,8 +11,8 @@ namespace launcher {
 /// status -1. Any thread.
 [[nodiscard]] void* OpenServiceModule(const std::string& path);
 
-/// The `Bootstrap` of the module at `path`, which is opened for it. Ends the process with status -1 where that fails, or
-/// where the module has no such function. Main thread.
+/// The `Bootstrap` of the module at `path`, which is opened for it. Ends the process with status -1 where that fails,
+/// or where the module has no such function. Main thread.
 [[nodiscard]] decltype(&Bootstrap) FindBootstrap(const std::string& path);
 
 /// Finds the module's `StopService` anew, calls it and returns its result. Prints the steps, and ends the process with
