@@ -5,11 +5,13 @@
 #include "host/start_process.h"
 #include "launcher/launch_context.h"
 #include "launcher/params.h"
+#include "launcher/standard_descriptors.h"
 #include "stop/stop_process.h"
 
 int main(int argc, char** argv) {
   using namespace launcher;
 
+  OpenStandardDescriptors();
   const std::vector<std::string> arguments(argv, argv + argc);
   LaunchContext context;
   context.SetProcFilePath(GetFirstValue(arguments));
