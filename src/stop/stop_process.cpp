@@ -43,19 +43,28 @@ void Stop(const LaunchContext& target) {
   std::printf("stop process %d result %d\n", target.pid, result);
 }
 
-// A reader that closed the pipe on our lines must not end us between reading the record and sending the signal.
-void BlockPipeSignal() {
-  const sigset_t pipe = SignalSet({SIGPIPE});
-  ::pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
+// Lets a SIGTERM in that has arrived since it was blocked, unless it was blocked before. Here nothing is held that its
+// handler, which has no stop thread to hand over to, might wait for; later is too late, as the stop is as good as done.
+void LetTerminationIn(const sigset_t& inherited) {
+  if (sigismember(&inherited, SIGTERM) == 1) return;
+  const sigset_t termination = SignalSet({SIGTERM});
+  ::pthread_sigmask(SIG_UNBLOCK, &termination, nullptr);
+  ::pthread_sigmask(SIG_BLOCK, &termination, nullptr);
 }
 
 }  // namespace
 
 int StopProcess(int /*argc*/, char** /*argv*/, const LaunchContext& context) {
-  BlockPipeSignal();
+  // A reader that closed the pipe on our lines must not end us between reading the record and sending the signal, and a
+  // SIGTERM must not interrupt what its handler needs too, such as a line on its way to standard output.
+  const sigset_t heldBack = SignalSet({SIGPIPE, SIGTERM});
+  sigset_t inherited;
+  ::pthread_sigmask(SIG_BLOCK, &heldBack, &inherited);
+
   std::printf("starting to stop procName %s, procHandle %d\n", context.procName.c_str(), context.procHandle);
   std::list<LaunchContext> stopList;
   GetStopProcessList(context.procName, context.procHandle, stopList);
+  LetTerminationIn(inherited);
   std::printf("%d process need to stop ...\n", static_cast<int>(stopList.size()));
   for (const LaunchContext& target : stopList) Stop(target);
   return 0;
