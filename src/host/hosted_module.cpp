@@ -14,18 +14,26 @@ namespace {
 
 // Runs the initialisers of a module that is not loaded yet.
 void* Load(const std::string& path) {
-  const InterruptedMask mask;
+  const ModuleMask mask;
   return ::dlopen(path.c_str(), RTLD_LAZY | RTLD_GLOBAL);
+}
+
+// Exit handlers are the module's code too.
+[[noreturn]] void Fail() {
+  static_cast<void>(std::fflush(stdout));  // What exit(3) does, but before SIGPIPE may end the process.
+  const ModuleMask mask;
+  std::exit(-1);
 }
 
 }  // namespace
 
 void* OpenServiceModule(const std::string& path) {
-  static_cast<void>(std::fflush(stdout));  // What cannot be written now is tried again with the next line.
+  // What the module's initialisers write by other ways comes behind. The C library drops what cannot be written.
+  static_cast<void>(std::fflush(stdout));
   void* const module = Load(path);
   if (module == nullptr) {
     std::printf("open %s failed:%s\n", path.c_str(), ::dlerror());
-    std::exit(-1);
+    Fail();
   }
   return module;
 }
@@ -34,7 +42,7 @@ decltype(&Bootstrap) FindBootstrap(const std::string& path) {
   const auto bootstrap = reinterpret_cast<decltype(&Bootstrap)>(::dlsym(OpenServiceModule(path), "Bootstrap"));
   if (bootstrap == nullptr) {
     std::printf("Error: find BOOT_STRAP symbol from %s failed!\n", path.c_str());
-    std::exit(-1);
+    Fail();
   }
   return bootstrap;
 }
@@ -46,12 +54,11 @@ int CallStopService() {
   const auto stopService = reinterpret_cast<decltype(&StopService)>(::dlsym(module, "StopService"));
   if (stopService == nullptr) {
     std::printf("Error: find StopService symbol from %s failed!\n", path.c_str());
-    std::exit(-1);
+    Fail();
   }
   std::puts("stop the service ...");
   static_cast<void>(std::fflush(stdout));
-  const InterruptedMask mask;
-  return stopService();
+  return RunStopService(stopService);
 }
 
 }  // namespace launcher

@@ -1,5 +1,6 @@
 #include "host/start_process.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -28,13 +29,13 @@ void Register(const LaunchContext& context) {
 int StartProcess(int argc, char** argv, const LaunchContext& context) {
   const std::string path = GetBootModulePath(context);
   // Before the registry, which installs the handler: the first SIGTERM that is handled finds the thread running.
-  StartStopThread(AnswerSignal);
+  CreateStopThread([] { AnswerSignal(SIGTERM); });
   ProcFileManager::GetInstance()->SetModulePath(path);
   Register(context);
 
   const auto bootstrap = FindBootstrap(path);
   const int result = bootstrap(argc, argv);
-  WaitForAcceptedStops();
+  AwaitAcceptedStops();
   return result;
 }
 

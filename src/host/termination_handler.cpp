@@ -25,6 +25,8 @@ void ProcFileManager::InstallSignalHandler() {
 
 void handle_linux_signal(int signalNumber) {
   const int interruptedErrno = errno;
-  if (!launcher::HandOverSignal(signalNumber)) launcher::AnswerSignal(signalNumber);
+  // Other signals come here only where a module has seen to it.
+  const bool handedOver = signalNumber == SIGTERM && launcher::HandOverStop();
+  if (!handedOver) launcher::AnswerSignal(signalNumber);
   errno = interruptedErrno;
 }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+
+namespace launcher {
+
+/// A word to wait at, which signal handlers may use too: all of this is system calls and lock-free operations, where
+/// std::atomic has no timed wait and its untimed one makes no promise for handlers. May change `errno`.
+using Word = std::atomic<std::uint32_t>;
+
+/// A moment on CLOCK_MONOTONIC.
+using Deadline = std::chrono::steady_clock::time_point;
+
+/// Waits until `word` is no longer `seen`: true; or until `deadline` has passed: false. Without one, as long as it
+/// takes.
+bool AwaitChange(Word& word, std::uint32_t seen, Deadline deadline = Deadline::max()) noexcept;
+
+/// Wakes all who wait for a change of `word`, which its caller has changed.
+void WakeAll(Word& word) noexcept;
+
+/// Adds one to `word`, wakes all who wait for a change of it, and returns its new value.
+std::uint32_t Increment(Word& word) noexcept;
+
+}  // namespace launcher

@@ -1,0 +1,53 @@
+#include "host/thread_status.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+#include <string_view>
+
+#include "registry/unique_fd.h"
+
+namespace launcher {
+namespace {
+
+// One of the files of a thread, up to what is looked for in it. Takes no lock, as whoever holds one may be waiting for
+// us.
+class ThreadFile {
+ public:
+  ThreadFile(pid_t thread, const char* name) noexcept {
+    static_cast<void>(std::snprintf(text_.data(), text_.size(), "/proc/self/task/%d/%s", thread, name));
+    const UniqueFd file(::open(text_.data(), O_RDONLY | O_CLOEXEC));
+    size_ = ::read(file.Get(), text_.data(), text_.size());
+  }
+
+  // The number behind `label`, 0 where there is none.
+  [[nodiscard]] std::uint64_t Number(std::string_view label, int base) const noexcept {
+    const std::string_view text(text_.data(), size_ > 0 ? static_cast<std::size_t>(size_) : 0);
+    std::uint64_t number = 0;
+    const auto at = text.find(label);
+    if (at == std::string_view::npos) return 0;
+    std::from_chars(text.data() + at + label.size(), text.data() + text.size(), number, base);
+    return number;
+  }
+
+ private:
+  std::array<char, 4096> text_;
+  ssize_t size_;
+};
+
+}  // namespace
+
+bool IsClosedToTermination(pid_t thread) noexcept {
+  constexpr std::uint64_t kTermination = std::uint64_t{1} << (SIGTERM - 1);
+  if ((ThreadFile(thread, "status").Number("\nSigBlk:\t", 16) & kTermination) != 0) return true;
+  // A thread in this call has unblocked what it waits for.
+  return ThreadFile(thread, "syscall").Number("", 10) == SYS_rt_sigtimedwait;
+}
+
+}  // namespace launcher

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <sys/types.h>
+
+namespace launcher {
+
+// What the process file system tells of the threads of this process (proc(5)). Where it is not mounted, or tells
+// nothing of a thread, each answer is false.
+
+/// Whether a SIGTERM would not reach the thread's handler now: it blocks the signal, or takes it by sigtimedwait(2).
+[[nodiscard]] bool IsClosedToTermination(pid_t thread) noexcept;
+
+}  // namespace launcher
