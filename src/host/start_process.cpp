@@ -33,8 +33,14 @@ int StartProcess(int argc, char** argv, const LaunchContext& context) {
   ProcFileManager::GetInstance()->SetModulePath(path);
   Register(context);
 
+  // Exit handlers run in the reverse order of their registration, and the destructors of static objects with them: one
+  // waits behind those of the module, one in front. Where there is no memory to register them, exit(3) does not wait.
+  static_cast<void>(std::atexit(AwaitAcceptedStops));
   const auto bootstrap = FindBootstrap(path);
+  static_cast<void>(std::atexit(AwaitAcceptedStops));
+  AwaitAcceptedStops();
   const int result = bootstrap(argc, argv);
+  // Not only in exit(3), so that a StopService which calls that itself is the first to do so.
   AwaitAcceptedStops();
   return result;
 }

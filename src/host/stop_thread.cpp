@@ -10,6 +10,7 @@
 
 #include "host/futex.h"
 #include "host/resumed_threads.h"
+#include "host/thread_status.h"
 #include "registry/signals.h"
 
 namespace launcher {
@@ -20,6 +21,7 @@ using namespace std::chrono_literals;
 constinit Word g_requested{};  // stops handed over; each has the number that it made of this, its ticket
 constinit Word g_progress{};   // twice the stops answered; one more while StopService runs for the next
 constinit Word g_bell{};       // changes when the stop thread has to look around
+constinit std::atomic<pid_t> g_stopThread{};
 constinit std::atomic<pid_t> g_process{};  // the process that has a stop thread; 0 in its children
 sigset_t g_moduleMask{};
 void (*g_answer)(){};
@@ -59,6 +61,7 @@ void AnswerNext(std::uint32_t ticket) noexcept {
 
 void* RunStopThread(void* /*unused*/) noexcept {
   t_isStopThread = true;
+  g_stopThread = ::gettid();
   for (std::uint32_t answered = 0;;) {
     const std::uint32_t bell = g_bell;
     const bool lookAgain = InterruptResumed(answered);
@@ -124,7 +127,10 @@ void AwaitAcceptedStops() noexcept {
   while (HasStopThread() && !t_isStopThread) {
     const std::uint32_t progress = g_progress;
     if (progress == 2 * g_requested) return;
-    AwaitChange(g_progress, progress);
+    AwaitChange(g_progress, progress, In(100ms));
+    // Since glibc 2.41 exit(3) waits for whoever is in it. If that is us, and StopService calls it too, neither goes
+    // on.
+    if (IsBlockedByCaller(g_stopThread)) return;
   }
 }
 

@@ -1,8 +1,10 @@
 #include "host/thread_status.h"
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <signal.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <array>
@@ -48,6 +50,20 @@ bool IsClosedToTermination(pid_t thread) noexcept {
   if ((ThreadFile(thread, "status").Number("\nSigBlk:\t", 16) & kTermination) != 0) return true;
   // A thread in this call has unblocked what it waits for.
   return ThreadFile(thread, "syscall").Number("", 10) == SYS_rt_sigtimedwait;
+}
+
+bool IsBlockedByCaller(pid_t thread) noexcept {
+  // What glibc makes of its recursive locks; the futex is the first of it.
+  struct Lock {
+    int futex;
+    int count;
+    pthread_t owner;
+  } lock{};
+  const ThreadFile call(thread, "syscall");
+  if (call.Number("", 10) != SYS_futex) return false;
+  const iovec here{&lock, sizeof lock};
+  const iovec there{reinterpret_cast<void*>(call.Number(" 0x", 16)), sizeof lock};
+  return ::process_vm_readv(::getpid(), &here, 1, &there, 1, 0) == sizeof lock && lock.owner == ::pthread_self();
 }
 
 }  // namespace launcher

@@ -10,4 +10,7 @@ namespace launcher {
 /// Whether a SIGTERM would not reach the thread's handler now: it blocks the signal, or takes it by sigtimedwait(2).
 [[nodiscard]] bool IsClosedToTermination(pid_t thread) noexcept;
 
+/// Whether the thread waits for a lock of the C library that the calling thread holds.
+[[nodiscard]] bool IsBlockedByCaller(pid_t thread) noexcept;
+
 }  // namespace launcher
