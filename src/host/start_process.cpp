@@ -1,5 +1,7 @@
 #include "host/start_process.h"
 
+#include <cxxabi.h>
+
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -24,6 +26,18 @@ void Register(const LaunchContext& context) {
   std::puts("WriteProcFile finish");
 }
 
+// A Bootstrap that has left its work to other threads may end by pthread_exit(3); the process then ends with the last
+// of them, as it would in a program of its own. The main thread stays until then: the stop thread would not let the
+// process end by itself, and of one without a main thread proc(5) shows no command line, by which stop mode knows it.
+int Run(decltype(&Bootstrap) bootstrap, int argc, char** argv) {
+  try {
+    return bootstrap(argc, argv);
+  } catch (const abi::__forced_unwind&) {
+    AwaitEndOfOtherThreads();
+    std::exit(0);
+  }
+}
+
 }  // namespace
 
 int StartProcess(int argc, char** argv, const LaunchContext& context) {
@@ -39,7 +53,7 @@ int StartProcess(int argc, char** argv, const LaunchContext& context) {
   const auto bootstrap = FindBootstrap(path);
   static_cast<void>(std::atexit(AwaitAcceptedStops));
   AwaitAcceptedStops();
-  const int result = bootstrap(argc, argv);
+  const int result = Run(bootstrap, argc, argv);
   // Not only in exit(3), so that a StopService which calls that itself is the first to do so.
   AwaitAcceptedStops();
   return result;

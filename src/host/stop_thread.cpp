@@ -134,4 +134,8 @@ void AwaitAcceptedStops() noexcept {
   }
 }
 
+void AwaitEndOfOtherThreads() noexcept {
+  while (CountThreads() != (HasStopThread() ? 2 : 1)) ::usleep(100'000);
+}
+
 }  // namespace launcher

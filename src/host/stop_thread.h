@@ -56,4 +56,7 @@ class ModuleMask {
 /// nobody else would answer: on the stop thread and in a process that has none.
 void AwaitAcceptedStops() noexcept;
 
+/// Waits, without limit, until no threads are left but the calling one and the stop thread.
+void AwaitEndOfOtherThreads() noexcept;
+
 }  // namespace launcher

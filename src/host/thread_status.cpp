@@ -66,4 +66,6 @@ bool IsBlockedByCaller(pid_t thread) noexcept {
   return ::process_vm_readv(::getpid(), &here, 1, &there, 1, 0) == sizeof lock && lock.owner == ::pthread_self();
 }
 
+std::uint64_t CountThreads() noexcept { return ThreadFile(::gettid(), "status").Number("\nThreads:\t", 10); }
+
 }  // namespace launcher
