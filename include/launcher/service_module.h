@@ -36,43 +36,57 @@ extern "C" {
  * does not know, as long as they begin with a dash.
  * Rationale: a service may want to know its own name and handle, and needs no second way to be configured.
  *
- * Returns the exit status of the process; of it the parent sees the low 8 bits. An exception must not leave it: it ends
- * the process by std::terminate, without exit handlers.
+ * Returns the exit status of the process; of it the parent sees the low 8 bits. The module may also call exit(3), on any
+ * thread: stops that have begun are finished first. So do not call it with a lock held that StopService takes. _exit(2),
+ * quick_exit(3) and the end by a signal wait for nothing. pthread_exit(3) leaves the service to its other threads: the
+ * process ends with status 0 when the last of them has ended. An exception must not leave Bootstrap: it ends the process
+ * by std::terminate, without exit handlers.
  */
 __attribute__((visibility("default"))) int Bootstrap(int argc, char** argv);
 
 /*
  * Asks the service to end. Returns 0, or any other value for a failure, of which the launcher prints a line; it does
- * nothing else about it. Neither result ends the process: Bootstrap has to return.
+ * nothing else about it. Neither result ends the process: Bootstrap has to return. An exception must not leave it.
  * Rationale: only the service knows when its work is finished. It may even refuse.
  *
  * When: once for each SIGTERM that is delivered, one after the other, so it must bear being called again. (Of several
- * that are pending at once, the kernel may deliver one.) It may be called before Bootstrap has begun, even as what
- * makes the launcher load the module; Bootstrap follows all the same. It may be called when Bootstrap has returned, up
- * to the very end of the process.
- * Rationale: a signal keeps to no order. So keep the wish to stop in something that is initialised statically and never
- * destroyed, such as an atomic or a mutex, and let Bootstrap look at it first.
+ * that are pending at once, the kernel may deliver one.) SIGTERM can arrive at any time:
+ *
+ *  - Before Bootstrap; a SIGTERM may even be what loads the module. Bootstrap is called when StopService has returned.
+ *  - After Bootstrap, while the process ends. exit(3) waits for it twice: behind exit handlers that were registered in
+ *    Bootstrap or later, in front of the destructors of static objects; and behind those. A SIGTERM that comes later
+ *    still, as in a function with the attribute `destructor`, may be cut off by the end of the process.
+ *
+ * So keep the wish to stop in something that is initialised statically and never destroyed, such as an atomic or a
+ * mutex, and let Bootstrap look at it first. And do not wait here for what happens only afterwards: that Bootstrap begins
+ * or that the process ends. StopService may itself call exit(3), which then does not wait for it.
  *
  * Where: on a thread of the launcher, not in the signal handler. It may lock, allocate, print, throw and catch, load
- * libraries and start processes. Thread-local variables are not those of the interrupted thread.
+ * libraries and start processes. Thread-local variables are not those of the interrupted thread. Where the system had no
+ * thread left for the launcher at its start, the call does come in the signal handler.
  *
  * What holds meanwhile: all other threads run on, the one in Bootstrap too, except the one that SIGTERM interrupted. It
- * waits in the signal handler for StopService, for at most one second, then goes on where it was; when StopService has
- * returned, it is interrupted once more. System calls are restarted after an interruption, except those which signal(7)
- * lists as failing with EINTR always; so a loop around pause(2) or poll(2) sees what StopService did.
+ * waits in the signal handler for StopService, for at most one second, then goes on where it was. It goes on after a
+ * tenth of a second if it holds a lock that the launcher needs before it can call StopService: of standard output, the
+ * allocator or the loader. System calls are restarted after an interruption, except those which signal(7) lists as
+ * failing with EINTR always; so a loop around pause(2) or poll(2) sees what StopService did.
  * Rationale: code that wakes up because of SIGTERM should find the stop done. But it may hold a lock that StopService
  * needs, so it cannot wait for ever. If StopService is to wait for other threads, that second is added: the kernel
  * prefers to interrupt the main thread. Better to ask here, and to wait in Bootstrap.
  *
- * Signal mask: that of the interrupted thread, and SIGTERM. Processes that it starts inherit this; in those which are
- * to be stopped by SIGTERM, unblock it.
+ * A thread that went on is sent one more SIGTERM when StopService has returned, so that its loop looks again. That one
+ * calls nothing. It comes when the thread does not block SIGTERM, and not at all while SIGTERM has another action than
+ * the launcher's. Three things it cannot help: a sigtimedwait(2) that begins at that moment may return it; a default
+ * action that is set at that moment ends the process; and the kernel merges it with a SIGTERM that pthread_kill(3) has
+ * sent to the same thread, which is then not answered.
+ *
+ * Signal mask: that with which the launcher was started, and SIGTERM. Processes that it starts inherit this; in those
+ * which are to be stopped by SIGTERM, unblock it.
  *
  * Fork: the launcher's thread is not in a process that the module has forked off. There, as long as it has executed no
  * other program, SIGTERM calls StopService inside the signal handler, which allows only what signal-safety(7) lists.
- * Give SIGTERM another action in the child, or execute a program at once. (Nor is there such a thread in a process
- * whose start found the system out of threads.)
- *
- * An exception must not leave it, as with Bootstrap.
+ * Give SIGTERM another action in the child, or execute a program at once. A child that was forked off in StopService and
+ * returns from it ends there, as by _exit(2) with that result.
  */
 __attribute__((visibility("default"))) int StopService(void);
 
