@@ -14,7 +14,7 @@
 namespace launcher {
 namespace {
 
-using std::chrono_literals::operator""s;
+using namespace std::chrono_literals;
 
 struct Resumed {
   std::uint32_t thread;  // its kernel id; 0: nobody

@@ -112,7 +112,7 @@ int RunStopService(decltype(&StopService) stopService) {
   return result;
 }
 
-ModuleMask::ModuleMask() noexcept : ownMask_{} {
+ModuleMask::ModuleMask() noexcept {
   if (!IsStopThread()) return;
   // A line of ours into a closed pipe leaves SIGPIPE pending here, which would end the process as soon as unblocked.
   while (TakePending(SIGPIPE)) continue;

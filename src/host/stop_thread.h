@@ -49,7 +49,7 @@ class ModuleMask {
   ~ModuleMask();
 
  private:
-  sigset_t ownMask_;
+  sigset_t ownMask_{};
 };
 
 /// Waits, without limit, until every stop handed over so far and meanwhile has been answered. Returns at once where

@@ -4,7 +4,6 @@
 #include <pthread.h>
 #include <signal.h>
 #include <sys/syscall.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
 #include <array>
@@ -61,9 +60,9 @@ bool IsBlockedByCaller(pid_t thread) noexcept {
   } lock{};
   const ThreadFile call(thread, "syscall");
   if (call.Number("", 10) != SYS_futex) return false;
-  const iovec here{&lock, sizeof lock};
-  const iovec there{reinterpret_cast<void*>(call.Number(" 0x", 16)), sizeof lock};
-  return ::process_vm_readv(::getpid(), &here, 1, &there, 1, 0) == sizeof lock && lock.owner == ::pthread_self();
+  const UniqueFd memory(::open("/proc/self/mem", O_RDONLY | O_CLOEXEC));
+  const auto address = static_cast<off_t>(call.Number(" 0x", 16));
+  return ::pread(memory.Get(), &lock, sizeof lock, address) == sizeof lock && lock.owner == ::pthread_self();
 }
 
 std::uint64_t CountThreads() noexcept { return ThreadFile(::gettid(), "status").Number("\nThreads:\t", 10); }

@@ -17,7 +17,7 @@ bool TakePending(int signalNumber) noexcept {
   return ::sigtimedwait(&wanted, nullptr, &now) == signalNumber;
 }
 
-DroppedSignal::DroppedSignal(int signalNumber) noexcept : signalNumber_(signalNumber), before_{} {
+DroppedSignal::DroppedSignal(int signalNumber) noexcept : signalNumber_(signalNumber) {
   const sigset_t set = SignalSet({signalNumber});
   ::pthread_sigmask(SIG_BLOCK, &set, &before_);
 }

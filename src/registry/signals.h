@@ -23,7 +23,7 @@ class DroppedSignal {
 
  private:
   int signalNumber_;
-  sigset_t before_;
+  sigset_t before_{};
 };
 
 }  // namespace launcher
