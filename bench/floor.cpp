@@ -3,6 +3,7 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <launcher/service_module.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -12,6 +13,6 @@ int main(int argc, char** argv) {
   if (file < 0 || ::dprintf(file, "%d", ::getpid()) < 0 || ::close(file) != 0) return 1;
   void* const module = argc > 1 ? ::dlopen(argv[1], RTLD_LAZY | RTLD_GLOBAL) : nullptr;
   if (module == nullptr) return 1;
-  const auto bootstrap = reinterpret_cast<int (*)(int, char**)>(::dlsym(module, "Bootstrap"));
+  const auto bootstrap = reinterpret_cast<decltype(&Bootstrap)>(::dlsym(module, "Bootstrap"));
   return bootstrap != nullptr ? bootstrap(argc, argv) : 1;
 }

@@ -2,6 +2,7 @@
 // standard error; standard output takes the lines of whoever hosts it.
 
 #include <dlfcn.h>
+#include <launcher/service_module.h>
 #include <unistd.h>
 
 #include <array>
@@ -95,14 +96,14 @@ int Wait() {
 
 }  // namespace
 
-extern "C" [[gnu::visibility("default")]] int Bootstrap(int argc, char** argv) {
+int Bootstrap(int argc, char** argv) {
   const std::string_view work = argv[argc - 1];
   if (work == "idle") return Idle();
   if (work == "busy") return Busy();
   return work == "wait" ? Wait() : Once();
 }
 
-extern "C" [[gnu::visibility("default")]] int StopService() {
+int StopService() {
   stopTime = Now();
   ++stops;
   return 0;

@@ -1,6 +1,7 @@
-// The same single-threaded work for a bare program and for a hosted module: what it costs to run beside a stop thread.
+// Single-threaded work, the same in every host: what it costs to run beside a stop thread.
 
 #include <benchmark/benchmark.h>
+#include <launcher/service_module.h>
 
 #include <array>
 #include <cstddef>
@@ -32,9 +33,9 @@ BENCHMARK(PrintfToFile);
 
 }  // namespace
 
-extern "C" [[gnu::visibility("default")]] int Bootstrap(int argc, char** argv) {
+int Bootstrap(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   return benchmark::RunSpecifiedBenchmarks() > 0 ? 0 : 1;
 }
 
-extern "C" [[gnu::visibility("default")]] int StopService() { return 0; }
+int StopService() { return 0; }
