@@ -10,13 +10,18 @@
 
 namespace {
 
-void SmallAllocations(benchmark::State& state) {
-  std::array<std::unique_ptr<int>, 64> kept;
+// Of `kSize` bytes. The C library keeps freed blocks of up to about a thousand for the thread, without a lock.
+template <std::size_t kSize>
+void Allocations(benchmark::State& state) {
+  std::array<std::unique_ptr<std::array<char, kSize>>, 64> kept;
   std::size_t next = 0;
-  for ([[maybe_unused]] auto step : state) kept[next++ % kept.size()] = std::make_unique<int>(1);
+  for ([[maybe_unused]] auto step : state) {
+    kept[next++ % kept.size()] = std::make_unique_for_overwrite<std::array<char, kSize>>();
+  }
   benchmark::DoNotOptimize(kept);
 }
-BENCHMARK(SmallAllocations);
+BENCHMARK(Allocations<4>);
+BENCHMARK(Allocations<2000>);
 
 void SharedPointerCopies(benchmark::State& state) {
   const auto original = std::make_shared<int>(1);
@@ -30,6 +35,13 @@ void PrintfToFile(benchmark::State& state) {
   static_cast<void>(std::fclose(file));
 }
 BENCHMARK(PrintfToFile);
+
+void PutcToFile(benchmark::State& state) {
+  std::FILE* const file = std::fopen("/dev/null", "w");
+  for ([[maybe_unused]] auto step : state) benchmark::DoNotOptimize(std::putc('t', file));
+  static_cast<void>(std::fclose(file));
+}
+BENCHMARK(PutcToFile);
 
 }  // namespace
 
