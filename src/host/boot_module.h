@@ -6,8 +6,8 @@
 
 namespace launcher {
 
-/// The file name of the module to host: "lib" + the first value of "boot" + ".so", as dlopen(3) will search it. With no
-/// such value, or an empty one, that of the default module, which is said on standard output.
+/// The file name of the module to host, "lib" + name + ".so", for dlopen(3) to find. The name is the first value of
+/// "boot"; if that is missing or empty, the default module's name, reported on standard output.
 [[nodiscard]] std::string GetBootModulePath(const LaunchContext& context);
 
 }  // namespace launcher

@@ -11,13 +11,13 @@ namespace launcher {
 /// status -1. Any thread.
 [[nodiscard]] void* OpenServiceModule(const std::string& path);
 
-/// The `Bootstrap` of the module at `path`, which is opened for it. Ends the process with status -1 where that fails,
-/// or where the module has no such function. Main thread.
+/// Opens the module at `path` and returns its `Bootstrap`. Ends the process with status -1 if the module cannot be
+/// opened or has no such function. Main thread.
 [[nodiscard]] decltype(&Bootstrap) FindBootstrap(const std::string& path);
 
-/// Finds the module's `StopService` anew, calls it and returns its result. Prints the steps, and ends the process with
-/// status -1 where the module cannot be opened or has no `StopService`. Standard output is flushed before the call.
-/// Runs on the stop thread, or in the signal handler where that thread is missing.
+/// Looks up the module's `StopService`, calls it and returns its result. Prints each step, and flushes standard output
+/// before the call. Ends the process with status -1 if the module cannot be opened or has no `StopService`. For the
+/// stop thread, or for the signal handler if there is no such thread.
 [[nodiscard]] int CallStopService();
 
 }  // namespace launcher

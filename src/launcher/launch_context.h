@@ -16,9 +16,9 @@ struct LaunchContext {
   /// and, for an executable named "java", `javaFlag`.
   void SetProcFilePath(const std::string& strProcFilePath);
 
-  /// Sets `procHandle` from `params`: the second of two values of "agentlable", or else the only value of "p". When
-  /// `procName` is "java", both `procName` and `procHandle` come from the first value of "Dprocname" instead, and that
-  /// key is added to `params` where it is missing. Comes after SetProcFilePath and ParseParams.
+  /// Sets `procHandle` from `params`: the second of two values of "agentlable", or else the only value of "p". If
+  /// `procName` is "java", the first value of "Dprocname" gives both `procName` and `procHandle` instead, and a missing
+  /// "Dprocname" is added to `params`. Call it after SetProcFilePath and ParseParams.
   void ResolveProcIdentity();
 
   /// Sets `pid` to that of this process.

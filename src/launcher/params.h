@@ -12,7 +12,7 @@ using ParamValues = std::vector<std::string>;
 /// The parameters of a command line by key. Keys are bytes, compared exactly; the empty key is one like any other.
 using ParamMap = std::map<std::string, ParamValues>;
 
-/// Adds the parameters in `arguments` to `params`. The first element, the program path, is not looked at.
+/// Adds the parameters in `arguments` to `params`. Ignores the first element, the program path.
 ///
 /// "-key=value" adds one value. "-key" opens the key's list, to which every plain word after it is added until another
 /// "-key" opens another. The number of leading dashes does not matter. What fits neither form is reported on standard

@@ -19,7 +19,7 @@ namespace {
 constexpr int kOpenFlags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 constexpr mode_t kReadWriteForAll = 0666;
 
-// Many times the ten digits of a record, for what was put in front of them by hand.
+// A record has ten digits at most; the rest is for blanks and zeros that somebody has put in front of them by hand.
 constexpr std::size_t kLongestRecord = 65536;
 
 }  // namespace
@@ -34,7 +34,7 @@ void WritePidRecord(const std::string& path, int pid) {
   // Where RLIMIT_FSIZE permits no byte at all, write(2) raises SIGXFSZ, which would end the process.
   const DroppedSignal tooLarge(SIGXFSZ);
   const ssize_t written = ::write(file.Get(), digits.data(), digits.size());
-  // Part of a number, as a full disk leaves it, is another process's id. A record that is not there harms nobody.
+  // A full disk may leave part of the number, which is another process's id. An empty record names nobody.
   if (written != static_cast<ssize_t>(digits.size())) static_cast<void>(::ftruncate(file.Get(), 0));
 }
 

@@ -4,7 +4,7 @@
 
 namespace launcher {
 
-/// `path` with slashes in place of its backslashes, and without those at its end.
+/// `path` with its backslashes turned into slashes, and without trailing ones.
 [[nodiscard]] std::string NormalizeSeparators(std::string path);
 
 }  // namespace launcher

@@ -9,11 +9,12 @@ namespace launcher {
 /// The set of these signals.
 [[nodiscard]] sigset_t SignalSet(std::initializer_list<int> signalNumbers) noexcept;
 
-/// Takes the signal off those that are pending on the calling thread or on the process, which have to be blocked.
-/// Returns whether it was among them.
+/// Removes the signal if it is pending on the calling thread or the process, and returns whether it was. The calling
+/// thread must block it.
 bool TakePending(int signalNumber) noexcept;
 
-/// While one lives, the calling thread blocks the signal; what of it arrives meanwhile is dropped at the end.
+/// Blocks the signal on the calling thread for the object's lifetime, and in the end drops one that has arrived
+/// meanwhile.
 class DroppedSignal {
  public:
   explicit DroppedSignal(int signalNumber) noexcept;

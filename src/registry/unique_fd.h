@@ -11,7 +11,7 @@ class UniqueFd {
   UniqueFd(const UniqueFd&) = delete;
   UniqueFd& operator=(const UniqueFd&) = delete;
   ~UniqueFd() {
-    if (fd_ >= 0) ::close(fd_);  // A failed close has freed the descriptor all the same, and nobody acts on it.
+    if (fd_ >= 0) ::close(fd_);  // A close that fails frees the descriptor all the same.
   }
 
   [[nodiscard]] int Get() const noexcept { return fd_; }

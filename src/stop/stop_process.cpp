@@ -43,8 +43,9 @@ void Stop(const LaunchContext& target) {
   std::printf("stop process %d result %d\n", target.pid, result);
 }
 
-// Lets a SIGTERM in that has arrived since it was blocked, unless it was blocked before. Here nothing is held that its
-// handler, which has no stop thread to hand over to, might wait for; later is too late, as the stop is as good as done.
+// Answers a SIGTERM that has arrived since we blocked it, unless the caller had blocked it already. There is no stop
+// thread in stop mode, so the handler answers it itself: here, where this thread holds no lock that the answer needs.
+// What comes later is too late: the stop goes on.
 void LetTerminationIn(const sigset_t& inherited) {
   if (sigismember(&inherited, SIGTERM) == 1) return;
   const sigset_t termination = SignalSet({SIGTERM});
@@ -55,8 +56,8 @@ void LetTerminationIn(const sigset_t& inherited) {
 }  // namespace
 
 int StopProcess(int /*argc*/, char** /*argv*/, const LaunchContext& context) {
-  // A reader that closed the pipe on our lines must not end us between reading the record and sending the signal, and a
-  // SIGTERM must not interrupt what its handler needs too, such as a line on its way to standard output.
+  // SIGPIPE, from a reader that has closed the pipe, must not end us between reading the record and sending the signal.
+  // SIGTERM must not interrupt us while we hold a lock that its handler needs, such as that of standard output.
   const sigset_t heldBack = SignalSet({SIGPIPE, SIGTERM});
   sigset_t inherited;
   ::pthread_sigmask(SIG_BLOCK, &heldBack, &inherited);
