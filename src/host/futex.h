@@ -13,8 +13,7 @@ using Word = std::atomic<std::uint32_t>;
 /// A moment on CLOCK_MONOTONIC.
 using Deadline = std::chrono::steady_clock::time_point;
 
-/// Waits until `word` is no longer `seen`: true; or until `deadline` has passed: false. Without one, as long as it
-/// takes.
+/// Waits until `word` differs from `seen` and returns true, or until `deadline` has passed and returns false.
 bool AwaitChange(Word& word, std::uint32_t seen, Deadline deadline = Deadline::max()) noexcept;
 
 /// Wakes all who wait for a change of `word`, which its caller has changed.

@@ -7,15 +7,15 @@ namespace launcher {
 // The threads that SIGTERM interrupted and that went on before their stop was answered. They are interrupted once more
 // when it is, so that a loop around pause(2) looks at its condition again: a SIGTERM that is no stop.
 //
-// Whether a SIGTERM is such an interruption its handler cannot see from the signal itself. So there is one on its way
-// at a time, only to a thread that is open to it at that moment, and what has not been taken within a second is given
-// up: at worst an interruption passes for a stop, and never a stop for an interruption.
+// A handler cannot see from the signal whether it is an interruption or a stop. So only one interruption is on its way
+// at a time, to a thread that is open to SIGTERM at that moment. After a second it counts as lost: at worst it is taken
+// for a stop, which is better than a stop that is taken for it.
 
 /// In the handler, on the interrupted thread: it goes on, though stop number `ticket` is not answered yet. Beyond 64
 /// such threads at a time, it is not interrupted again.
 void RememberResumed(std::uint32_t ticket) noexcept;
 
-/// In the handler, on the interrupted thread: takes that back, where the stop has been answered in this moment.
+/// In the handler, on the interrupted thread: takes that back if the stop has been answered meanwhile.
 void ForgetResumed(std::uint32_t ticket) noexcept;
 
 /// In the handler: whether the signal is the calling thread's interruption and no stop. Says so once.

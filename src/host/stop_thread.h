@@ -24,8 +24,7 @@ namespace launcher {
 // - A forked process has no such thread, and HandOverStop says so there.
 
 /// Creates the thread, which from then on calls `answer` for each stop handed over. Once each process, on the main
-/// thread, before the first HandOverStop. Where no thread can be had, nothing happens: a service that has to answer in
-/// its signal handler is better than none.
+/// thread, before the first HandOverStop. If it cannot be created, the signal handler answers: better than no service.
 void CreateStopThread(void (*answer)());
 
 /// For the signal handler, on whichever thread it runs; makes no call that is unsafe there, and may change `errno`.
@@ -53,10 +52,12 @@ class ModuleMask {
 };
 
 /// Waits, without limit, until every stop handed over so far and meanwhile has been answered. Returns at once where
-/// nobody else would answer: on the stop thread and in a process that has none.
+/// nobody else would answer: on the stop thread and in a process that has none. Returns early when the stop thread
+/// waits for a lock that the caller holds, as exit(3) holds one.
 void AwaitAcceptedStops() noexcept;
 
-/// Waits, without limit, until no threads are left but the calling one and the stop thread.
+/// Waits, without limit, until no threads are left but the calling one and the stop thread. Where proc(5) is not
+/// mounted nobody can see that, and it does not return.
 void AwaitEndOfOtherThreads() noexcept;
 
 }  // namespace launcher

@@ -15,7 +15,7 @@ namespace launcher {
 /// Whether the thread waits for a lock of the C library that the calling thread holds.
 [[nodiscard]] bool IsBlockedByCaller(pid_t thread) noexcept;
 
-/// How many there are.
+/// How many threads this process has.
 [[nodiscard]] std::uint64_t CountThreads() noexcept;
 
 }  // namespace launcher
