@@ -35,7 +35,8 @@ void WritePidRecord(const std::string& path, int pid) {
   const DroppedSignal tooLarge(SIGXFSZ);
   const ssize_t written = ::write(file.Get(), digits.data(), digits.size());
   // A full disk may leave part of the number, which is another process's id. An empty record names nobody.
-  if (written != static_cast<ssize_t>(digits.size())) static_cast<void>(::ftruncate(file.Get(), 0));
+  if (written == static_cast<ssize_t>(digits.size())) return;
+  [[maybe_unused]] const int result = ::ftruncate(file.Get(), 0);
 }
 
 int ReadPidRecord(const std::string& path) {
