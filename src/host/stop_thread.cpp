@@ -19,13 +19,20 @@ namespace {
 using namespace std::chrono_literals;
 
 constinit Word g_requested{};  // stops handed over; each has the number that it made of this, its ticket
-constinit Word g_progress{};   // twice the stops answered; one more while StopService runs for the next
+constinit Word g_progress{};   // kPhases for each stop answered, and the Phase of the next
 constinit Word g_bell{};       // changes when the stop thread has to look around
 constinit std::atomic<pid_t> g_stopThread{};
 constinit std::atomic<pid_t> g_process{};  // the process that has a stop thread; 0 in its children
 sigset_t g_moduleMask{};
 void (*g_answer)(){};
 constinit thread_local bool t_isStopThread = false;
+
+enum Phase : std::uint32_t {
+  kBefore,
+  kInStopService,
+  kAfter,
+  kPhases = 4
+};  // of an answer; a power of two, so that the count may wrap
 
 // A child may have its parent's id, in a pid namespace of its own; one that was not made by fork(3) runs no handlers of
 // pthread_atfork(3). So either tells.
@@ -36,7 +43,7 @@ bool IsStopThread() noexcept { return t_isStopThread && HasStopThread(); }
 Deadline In(std::chrono::milliseconds time) noexcept { return std::chrono::steady_clock::now() + time; }
 
 bool IsAnswered(std::uint32_t ticket, std::uint32_t progress) noexcept {
-  return static_cast<std::int32_t>(progress - 2 * ticket) >= 0;
+  return static_cast<std::int32_t>(progress - kPhases * ticket) >= 0;
 }
 
 // On the interrupted thread, in its signal handler. False: it has to go on without.
@@ -44,7 +51,7 @@ bool AwaitAnswer(std::uint32_t ticket) noexcept {
   const Deadline end = In(1s);
   std::uint32_t progress = g_progress;
   while (!IsAnswered(ticket, progress)) {
-    const bool inStopService = progress % 2 != 0;
+    const bool inStopService = progress % kPhases == kInStopService;
     if (!AwaitChange(g_progress, progress, inStopService ? end : std::min(end, In(100ms)))) return false;
     progress = g_progress;
   }
@@ -53,7 +60,7 @@ bool AwaitAnswer(std::uint32_t ticket) noexcept {
 
 void AnswerNext(std::uint32_t ticket) noexcept {
   g_answer();
-  g_progress = 2 * ticket;
+  g_progress = kPhases * ticket;
   WakeAll(g_progress);
   // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
   if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
@@ -109,6 +116,7 @@ int RunStopService(decltype(&StopService) stopService) {
   Increment(g_progress);
   const int result = stopService();
   if (!HasStopThread()) std::_Exit(result);
+  Increment(g_progress);
   return result;
 }
 
@@ -126,7 +134,7 @@ ModuleMask::~ModuleMask() {
 void AwaitAcceptedStops() noexcept {
   while (HasStopThread() && !t_isStopThread) {
     const std::uint32_t progress = g_progress;
-    if (progress == 2 * g_requested) return;
+    if (progress == kPhases * g_requested) return;
     AwaitChange(g_progress, progress, In(100ms));
     // Since glibc 2.41 exit(3) waits for whoever is in it. If that is us, and StopService calls it too, neither goes
     // on.
