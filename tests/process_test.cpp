@@ -1,6 +1,5 @@
 #include <sys/wait.h>
 
-#include <csignal>
 #include <cstdio>
 #include <regex>
 
@@ -8,69 +7,116 @@
 
 namespace {
 
-struct Process : Scratch {
-  Process() {
-    std::filesystem::create_directories("var/oss_tmp");
-    std::filesystem::create_symlink(LAUNCHER, "svc");
-  }
+struct Row {
+  std::string name, variables, program, arguments, expected;  // `program` is argv[0]
 };
 
-// Starts the launcher: a pipe with its process id in a line of its own, and then all that it prints. `name` is argv[0];
-// `variables` and `arguments` are shell text. Modules end by themselves when the test does not see to it.
-std::FILE* Start(const std::string& variables, const std::string& name, const std::string& arguments) {
-  const std::string shell = "echo $$; FIXTURES=" FIXTURES
-                            "; export ASAN_OPTIONS=verify_asan_link_order=0 TSAN_OPTIONS=atexit_sleep_ms=0 "
-                            "_APP_SHARE_DIR=./var/oss_tmp LD_LIBRARY_PATH=$FIXTURES " +
-                            variables + "; exec -a " + name + " " LAUNCHER " " + arguments;
-  return popen(("exec env -i bash -c '" + shell + "'").c_str(), "r");
-}
+void PrintTo(const Row& row, std::ostream* out) { *out << row.program << " " << row.arguments; }
 
-// All output, and the exit status or minus the number of the signal that ended the process.
-std::string Transcript(std::FILE* process) {
-  std::string pid, output;
-  for (int byte = 0; (byte = std::fgetc(process)) != '\n' && byte != EOF;) pid += static_cast<char>(byte);
+struct Process : Scratch, testing::WithParamInterface<Row> {};
+
+// All that the launcher prints, its own id as PID, and its exit status or minus the number of the signal that ended it.
+// Variables and arguments are shell text. The launcher does not outlive the test.
+std::string Transcript(const Row& row) {
+  const std::string shell = "echo $$; mkdir -p var/oss_tmp; ln -sf " LAUNCHER
+                            " svc; export _APP_SHARE_DIR=./var/oss_tmp LD_LIBRARY_PATH=" FIXTURES
+                            " ASAN_OPTIONS=verify_asan_link_order=0 TSAN_OPTIONS=atexit_sleep_ms=0 " +
+                            row.variables + "\nexec -a " + row.program + " " LAUNCHER " " + row.arguments;
+  std::FILE* const process = popen(("exec env -i setpriv --pdeathsig KILL bash -c '" + shell + "'").c_str(), "r");
+  std::string output;
   for (int byte = 0; (byte = std::fgetc(process)) != EOF;) output += static_cast<char>(byte);
   const int status = pclose(process);
   const int end = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-  const std::regex own("( : |iOSProcessID:|osprocid |process |pid:)" + pid + "\\b");
-  return std::regex_replace(output, own, "$1PID") + "[" + std::to_string(end) + "]\n";
+  const auto pidEnd = output.find('\n');
+  const std::regex own("( : |iOSProcessID:|osprocid |process |pid:)" + output.substr(0, pidEnd) + "\\b");
+  return std::regex_replace(output.substr(pidEnd + 1), own, "$1PID") + "[" + std::to_string(end) + "]";
 }
 
-const std::string started =
-    "strProcFilePath:svc\nstrStdDir , strStdExeName svc\npid dir ./var/oss_tmp/\nstartParam: svc 0 : PID\n"
-    "write ./var/oss_tmp/svc_0.pid : iOSProcessID:PID\nWriteProcFile finish\n";
-const std::string answer = "received signal symbol 15\nreceived quit symbol\nstop the service ...\n";
+// clang-format off
+const std::string faults = "LD_PRELOAD=libfaults.so ";
+const std::string named = "strProcFilePath:svc\nstrStdDir , strStdExeName svc\n";
+const std::string pidDir = "pid dir ./var/oss_tmp/\n";
+const std::string written = pidDir + "startParam: svc 0 : PID\nwrite ./var/oss_tmp/svc_0.pid : iOSProcessID:PID\n";
+const std::string started = named + written + "WriteProcFile finish\n";
+const std::string received = "received signal symbol 15\nreceived quit symbol\n";
+const std::string noModule = "Error: find StopService symbol from  failed!\n[255]";
+const std::string answer = received + "stop the service ...\n";
+const std::string five = answer + answer + answer + answer + answer;
+const std::string twenty = five + five + five + five;
+const std::string served = answer + "[0]";
+const std::string stopping = "strProcFilePath:./svc\nstrStdDir ., strStdExeName svc\n"
+                             "starting to stop procName svc, procHandle 0\n" + pidDir;
+const std::string found = stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:PID\n1 process need to stop ...\n"
+                          "stop process pid:PID:(procName:svc, procHandle:0) ...\n";
+const std::string gone = stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:2147483647\n";
+const std::string nobody = "0 process need to stop ...\n[0]";
 
-std::string Repeated(const std::string& text, int times) { return times == 0 ? "" : text + Repeated(text, times - 1); }
+// The module does the words of -do, and at each stop those of ON_STOP.
+const Row rows[] = {
+    {"DumpMap", "", "svc", "-s=dumpMap -s=stop", named + "todo dumpMap...[0]"},
+    {"DumpStack", "", "svc", "x - -s dumpStack", named + "ignore param x!param  invalid!todo dumpStack...[0]"},
+    {"UnknownMode", "", "svc", "-s=%n", named + "Error: s param %n unknow![255]"},
+
+    {"Arguments", "", "java", "-Dprocname=12 -boot probe x", "strProcFilePath:java\nstrStdDir , strStdExeName java\n" +
+     pidDir + "startParam: 12 12 : PID\nwrite ./var/oss_tmp/12_12.pid : iOSProcessID:PID\nWriteProcFile finish\n"
+     "-Dprocname=12|-boot|probe|x|[5]"},
+    {"DefaultModule", "", "svc", "-boot=", named + "process get --boot para failed!  try to use default module tresk.\n"
+     + written + "WriteProcFile finish\nopen libtresk.so failed:libtresk.so: cannot open shared object file: "
+     "No such file or directory\n[255]"},
+    {"NoBootstrap", "", "svc", "-boot=faults",
+     started + "Error: find BOOT_STRAP symbol from libfaults.so failed!\n[255]"},
+    {"NoMemoryToWrite", faults + "NO_MEMORY_FOR=.pid", "svc", "-boot=probe", named + written +
+     "Error: write proc name handle svc 0 osprocid PID failed!\nError: write svc 0 : PID failed!\n[255]"},
+
+    {"TwoStops", "", "svc", "-boot=probe -do=raise,await,print,raise,await,print",
+     started + answer + "stops 1\n" + answer + "stops 2\n[0]"},
+    {"NoThread", faults + "NO_THREADS=1", "svc", "-boot=probe -do=raise,print,raise,print",
+     started + answer + "stops 1\n" + answer + "stops 2\n[0]"},
+    {"NoStopService", "", "svc", "-boot=no_stop_service -do=raise,await",
+     started + received + "Error: find StopService symbol from libno_stop_service.so failed!\n[255]"},
+    {"StopFails", "ON_STOP=fail", "svc", "-boot=probe -do=lose_what_is_not_flushed,raise",
+     started + answer + "handle_linux_signal failed.[1]"},
+    {"FoundDone", "ON_STOP=interrupt,sleep", "svc", "-boot=probe -do=raise_to_find_stop_done >/dev/null", "[0]"},
+    {"LocksHeld", "ON_STOP=lock,unlock", "svc",
+     "-boot=probe -do=lock,lock_output,raise,print,unlock_output,unlock,await", started + "stops 0\n" + answer + "[0]"},
+    {"WokenWhenDone", "ON_STOP=hold,hold_until_main_sleeps", "svc",
+     "-boot=probe -do=raise,release,sleep_until_signal,print", started + answer + "stops 1\n[0]"},
+    {"BootstrapReturnsFirst", "ON_STOP=hold,sleep,print", "svc", "-boot=probe -do=raise,release",
+     started + answer + "stops 0\n[0]"},
+    {"NobodyReads", "", "svc", "-boot=probe -do=close_output,raise,await,exit_41", started + "[41]"},
+    {"ForkedChild", "ON_STOP=exit_41", "svc", "-boot=probe -do=fork,raise", started + answer + "[41]"},
+    {"RaisedByStop", "ON_STOP=raise_a_second_time", "svc", "-boot=probe -do=raise,await", started + answer + served},
+    {"DefaultRaised", "ON_STOP=default_action,raise", "svc", "-boot=probe -do=raise,await", started + answer + "[-15]"},
+    {"Default", "ON_STOP=default_action,hold", "svc", "-boot=probe -do=raise,release,await,sleep", started + served},
+    {"Crowd", "ON_STOP=hold", "svc", "-boot=probe -do=raise_on_many_threads,release,await,raise_on_many_threads,await",
+     started + twenty + twenty + twenty + twenty + twenty + twenty + twenty + twenty + "[0]"},
+    {"Fire", "ON_STOP=lock,unlock", "svc", "-boot=probe -do=raise_under_fire", started + twenty + "[0]"},
+    {"AtInstallation", faults + "RAISE_AT_INSTALLATION=1", "svc", "-boot=probe -do=await",
+     named + pidDir + received + noModule},
+    {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1", "svc", "-boot=probe -do=await", started + served},
+    {"WhileLoading", "RAISE_WHILE_LOADING=1", "svc", "-boot=probe -do=await", started + served},
+
+    {"Stop", R"(COMMAND="LD_PRELOAD=libfaults.so ./svc -s=stop; echo \$? process \$(cat var/oss_tmp/svc_0.pid)
+                ./svc -s=stop; echo \$? var/oss_tmp/*")", "svc", "-boot=probe -do=block,shell,unblock,await",
+     started + found + "stop process PID result -1\n0 process PID\n" +
+     found + "delete ./var/oss_tmp/svc_0.pid\nstop process PID result 0\n0 var/oss_tmp/*\n" + served},
+    {"StopUnread", R"(COMMAND="mkfifo pipe; exec 3<>pipe 4>pipe 3<&-; ./svc -s=stop >&4; echo \$?")", "svc",
+     "-boot=probe -do=block,shell,unblock,await", started + "0\n" + served},
+    {"StopNobody", "", "./svc", "-s=stop", stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:0\nError: read proc "
+     "name handle svc 0 but osprocid 0 invalid!\nError: read svc 0 failed!\n" + nobody},
+    {"StopWithoutName", "", "//", "-s=stop",
+     "strProcFilePath://\nstrStdDir , strStdExeName \nstarting to stop procName , procHandle 0\n"
+     "please config stop -procName=youProcName [-procHandle=yourProcHandle]\n" + nobody},
+    {"StopOther", "; echo 2147483647 >var/oss_tmp/svc_0.pid", "./svc", "-s=stop",
+     gone + "[VerifyProcNameByProcessID]verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n" + nobody},
+    {"NoMemoryToRead", faults + "NO_MEMORY_FOR=.pid", "./svc", "-s=stop",
+     stopping + "Error: read proc name handle svc 0 osprocid 0 failed!\nError: read svc 0 failed!\n" + nobody},
+    {"NoMemoryToVerify", faults + "NO_MEMORY_FOR=cmdline; echo 2147483647 >var/oss_tmp/svc_0.pid",
+     "./svc", "-s=stop", gone + "verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n" + nobody},
+};
+// clang-format on
+INSTANTIATE_TEST_SUITE_P(, Process, testing::ValuesIn(rows), [](const auto& row) { return row.param.name; });
 
 }  // namespace
 
-TEST_F(Process, RunsHaveTheirTranscripts) {
-  const std::regex command("\\$ ((?:\\w+=\\S* )*)(\\S+)(.*)");
-  std::ifstream file(TRANSCRIPTS);
-  std::string line, expected, found;
-  while (std::getline(file, line)) {
-    if (line.empty() || line.starts_with('#')) continue;
-    if (std::smatch parts; std::regex_match(line, parts, command)) {
-      ASSERT_EQ(found, expected);
-      found = line + "\n" + Transcript(Start(parts[1], parts[2], parts[3]));
-      expected.clear();
-    }
-    expected += line + "\n";
-  }
-  EXPECT_EQ(found, expected);
-  EXPECT_NE(found, "") << "there are no transcripts";
-}
-
-TEST_F(Process, StopsUnderFireAreAnsweredOnceEachInTurn) {
-#ifdef __SANITIZE_THREAD__
-  GTEST_SKIP() << "ThreadSanitizer holds signals back, and merges what the kernel would deliver one by one";
-#endif
-  std::FILE* services[8];
-  for (std::FILE*& service : services) service = Start("", "svc", "-boot=probe -do Fire");
-  for (std::FILE* service : services) EXPECT_EQ(Transcript(service), started + Repeated(answer, 25) + "[0]\n");
-  EXPECT_EQ(Transcript(Start("", "svc", "-boot=probe -do Crowd")),
-            started + Repeated(answer, 1160) + "stops 1160\n[0]\n");
-  EXPECT_EQ(Transcript(Start("", "svc", "-boot=probe -do Queue")),
-            started + answer + "00\n" + answer + "00\n" + answer + "00\n" + answer + "00\n[0]\n");
-}
+TEST_P(Process, Prints) { EXPECT_EQ(Transcript(GetParam()), GetParam().expected); }

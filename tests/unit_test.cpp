@@ -1,99 +1,124 @@
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <climits>
-#include <csignal>
-#include <locale>
+#include <fstream>
 #include <tuple>
 
 #include "host/termination_handler.h"
 #include "launcher/launch_context.h"
 #include "registry/decimal.h"
+#include "registry/pid_dir.h"
 #include "registry/pid_record.h"
 #include "registry/proc_file_manager.h"
 #include "scratch.h"
+#include "stop/process_verification.h"
 
 using namespace launcher;
-
-namespace {
-
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStdout;
 using Unit = Scratch;
 
-struct Grouping : std::numpunct<char> {
-  char do_thousands_sep() const override { return ','; }
-  std::string do_grouping() const override { return "\1"; }
-};
+// clang-format off
+TEST_F(Unit, ParametersAreCollectedByKey) {
+  const std::pair<std::vector<std::string>, ParamMap> rows[] = {
+      {{"-s=1", "-s", "-b=x", "-", "map", "x%n"}, {{"s", {"map", "x%n"}}, {"b", {"x"}}}},  {{}, {}},
+      {{"svc", "", "-S=stop", "-=v", "-s="}, {{"S", {"stop"}}, {"", {"v"}}, {"s", {""}}}},
+      {{"svc", "--p", "-5", "---p", "x", "-p=-5=%d"}, {{"p", {"x", "-5=%d"}}, {"5", {}}}},
+  };
+  for (const auto& [arguments, expected] : rows) {
+    ParamMap params;
+    ParseParams(arguments, params);
+    EXPECT_EQ(params, expected);
+  }
+}
 
-}  // namespace
+TEST_F(Unit, ProcessesAreKnownByPathAndParameters) {
+  const std::tuple<std::vector<std::string>, std::string, std::string, int> rows[] = {
+      // Command line, directory of the executable, process name and handle.
+      {{"/bin/java.exe", "-p=3", "-Dprocname=12", "-Dprocname=13"}, "/bin", "12", 12},  {{"java"}, "", "", 0},
+      {{"/svc"}, "", "svc", 0},  {{"C:\\apps\\svc.exe"}, "C:/apps", "svc", 0},  {{"/a//b//"}, "/a/", "b", 0},
+      {{"\\//"}, "", "", 0},  {{"a.exe.exe"}, "", "a.exe", 0},  {{"./.exe"}, ".", "", 0},  {{"a.EXE"}, "", "a.EXE", 0},
+      {{"svc", "-agentlable=8", "-p=3", "-agentlable=5"}, "", "svc", 5},
+      {{"svc", "-agentlable", "1", "2", "5", "-p=-3"}, "", "svc", -3},  {{"svc", "-p=3", "-p=4"}, "", "svc", 0},
+      {{"svc", "-agentlable=5", "-p", "-3"}, "", "svc", 0},  {{"svc", "-Dprocname=other", "-p=1x"}, "", "svc", 1},
+  };
+  LaunchContext context;
+  for (const auto& [arguments, dir, name, handle] : rows) {
+    const bool java = arguments.front().find("java") != std::string::npos;
+    context.Clear();
+    context.SetProcFilePath(arguments.front());
+    ParseParams(arguments, context.params);
+    context.ResolveProcIdentity();
+    context.SetOwnPid();
+    EXPECT_EQ(std::tie(context.exeDir, context.procName, context.procHandle), std::tie(dir, name, handle));
+    EXPECT_TRUE(context.javaFlag == java && context.params.contains("Dprocname") >= java && context.pid == getpid());
+  }
+}
 
-TEST_F(Unit, NumbersAndRecordsIgnoreTheLocale) {
-  const std::locale before = std::locale::global(std::locale(std::locale::classic(), new Grouping));
+TEST_F(Unit, RecordsAreWhereTheEnvironmentSays) {
+  const std::tuple<const char*, const char*, std::string> rows[] = {
+      {"/opt//app", "/other", "/opt//app/var/oss_tmp/"},  {"", "/other", "/var/oss_tmp/"},
+      {"C:\\app/\\/", nullptr, "C:/app/var/oss_tmp/"},  {nullptr, "/data/share\\", "/data/share/"},
+      {nullptr, "", "/"},  {nullptr, nullptr, ""},
+  };
+  const auto set = [](auto* name, auto* value) { return value != nullptr ? setenv(name, value, 1) : unsetenv(name); };
+  for (const auto& [root, share, dir] : rows) {
+    EXPECT_EQ(set("NORV_ROOT", root) + set("_APP_SHARE_DIR", share), 0);
+    CaptureStdout();
+    EXPECT_EQ(GetPidDir(), dir);
+    EXPECT_EQ(GetCapturedStdout(),
+              dir.empty() ? "Error: NORV_ROOT/APP_ROOT env not found!\n" : "pid dir " + dir + "\n");
+  }
+}
+
+TEST_F(Unit, NumbersAndRecordsAreRead) {
   const std::string zeros(10'000, '0');
   const std::tuple<std::string, int, int> rows[] = {
       // Text, its number, and what a record of that text holds.
-      // clang-format off
-      {" \t\n\v\f\r812\n", 812, 812},  {"5 6", 5, 5},  {"1-2", 1, 1},  {"+7", 7, 7},  {"0x1F", 0, 0},  {"1,234", 1, 1},
-      {"", 0, 0},  {"abc", 0, 0},  {"+-5", 0, 0},  {"- 5", 0, 0},  {zeros + "42", 42, 42},
+      {" \t\n\v\f\r812\n", 812, 812},  {"5 6", 5, 5},  {"1-2", 1, 1},  {"+7", 7, 7},  {"0x1F", 0, 0},
+      {"", 0, 0},  {"abc", 0, 0},  {"+-5", 0, 0},  {"- 5", 0, 0},  {"/:", 0, 0},  {zeros + "42", 42, 42},
       {"2147483647", INT_MAX, INT_MAX},  {"2147483648", 0, INT_MAX},  {zeros + std::string(10'000, '9'), 0, INT_MAX},
       {"-2147483648", INT_MIN, INT_MIN},  {"-2147483649", 0, INT_MIN},  {"5" + std::string(4095, ' ') + "6", 5, 5},
-      // clang-format on
   };
   for (const auto& [text, number, recorded] : rows) {
-    EXPECT_EQ(StringToInt(text), number) << text.substr(0, 40);
-    WriteFile("record", text);
-    EXPECT_EQ(ReadPidRecord("record"), recorded) << text.substr(0, 40);
+    std::ofstream("record") << text;
+    EXPECT_EQ(std::pair(StringToInt(text), ReadPidRecord("record")), std::pair(number, recorded)) << text.substr(0, 40);
   }
   EXPECT_EQ(PidRecordPath("/d/", "a/b", INT_MIN), "/d/a/b_-2147483648.pid");
-  WritePidRecord("record", 1234567);
-  EXPECT_EQ(ReadFile("record"), "1234567");
-  std::locale::global(before);
 }
+// clang-format on
 
 TEST_F(Unit, RecordsNeverWaitAndNeverFail) {
   ASSERT_EQ(mkfifo("fifo", 0600), 0);
   std::filesystem::create_directory("directory");
   std::filesystem::create_symlink("target", "link");
-  WriteFile("target", "55");
+  std::ofstream("target") << "55555555";
   umask(026);
-  for (const auto& [path, pid] : {std::pair{"fifo", 0}, {"directory", 0}, {"new", 0}, {"link", 55}, {"no/way", 0}}) {
-    EXPECT_EQ(ReadPidRecord(path), pid) << path;
-    WritePidRecord(path, 7);
+  using Row = std::tuple<const char*, int, int>;
+  for (const auto& [path, before, after] :
+       {Row{"fifo", 0, 0}, {"directory", 0, 0}, {"no/way", 0, 0}, {"new", 0, 1234567}, {"link", 55555555, 1234567}}) {
+    EXPECT_EQ(ReadPidRecord(path), before) << path;
+    WritePidRecord(path, 1234567);
+    EXPECT_EQ(ReadPidRecord(path), after) << path;
   }
-  EXPECT_EQ(ReadFile("target"), "7");
   struct stat status {};
   ASSERT_EQ(stat("new", &status), 0);
   EXPECT_EQ(status.st_mode & 0777U, 0640U);
+  EXPECT_EQ(status.st_size, 7);
   EXPECT_EQ(open("fifo", O_WRONLY | O_NONBLOCK), -1) << "a record was left open";
 }
 
-TEST_F(Unit, RegistryIsMadeOnce) {
-  setenv("NORV_ROOT", "none", 1);
-  testing::internal::CaptureStdout();
-  ProcFileManager* const registry = ProcFileManager::GetInstance();
-  EXPECT_EQ(registry, ProcFileManager::GetInstance());
-  EXPECT_EQ(std::signal(SIGTERM, SIG_DFL), handle_linux_signal);
-  int pid = 1;
-  EXPECT_EQ(registry->WriteProcFile("svc", 3, 0), -1);
-  EXPECT_EQ(registry->ReadProcFile("svc", 3, pid), -1);
-  EXPECT_EQ(pid, 0);
-  EXPECT_EQ(registry->DeleteProcFile("svc", 3), 0);
-  EXPECT_EQ(testing::internal::GetCapturedStdout(),
-            "pid dir none/var/oss_tmp/\nError: write proc name handle svc 3 but osprocid 0 invalid!\n"
-            "read none/var/oss_tmp/svc_3.pid : iOSProcessID:0\n"
-            "Error: read proc name handle svc 3 but osprocid 0 invalid!\ndelete none/var/oss_tmp/svc_3.pid\n");
+TEST_F(Unit, NoProcessHasNoRecord) {
+  CaptureStdout();
+  EXPECT_EQ(ProcFileManager::GetInstance()->WriteProcFile("svc", 3, 0), -1);
+  EXPECT_TRUE(GetCapturedStdout().ends_with("\nError: write proc name handle svc 3 but osprocid 0 invalid!\n"));
 }
 
-TEST_F(Unit, ContextIsFilledAndCleared) {
-  LaunchContext context;
-  context.SetProcFilePath("/bin/java");
-  context.ResolveProcIdentity();
-  context.SetOwnPid();
-  EXPECT_EQ(std::tie(context.exeDir, context.procName), std::tuple("/bin", ""));
-  EXPECT_TRUE(context.javaFlag && context.params.contains("Dprocname") && context.pid == getpid());
-  context.procName.push_back('x');
-  context.procHandle = 3;
-  context.Clear();
-  EXPECT_EQ(std::tie(context.exeDir, context.procName, context.javaFlag, context.pid, context.procHandle),
-            std::tuple("", "", false, 0, 0));
-  EXPECT_TRUE(context.params.empty());
+TEST_F(Unit, ProcessesAreVerifiedByTheirCommandLine) {
+  for (const auto& [name, result] : {std::pair{"unit_test", 0}, {"unit_test\n", -1}, {"no such name", -1}}) {
+    EXPECT_EQ(VerifyProcNameByProcessID(name, getpid()), result) << name;
+  }
+  EXPECT_EQ(VerifyProcNameByProcessID("", INT_MAX), -1);
 }
