@@ -120,3 +120,12 @@ INSTANTIATE_TEST_SUITE_P(, Process, testing::ValuesIn(rows), [](const auto& row)
 }  // namespace
 
 TEST_P(Process, Prints) { EXPECT_EQ(Transcript(GetParam()), GetParam().expected); }
+
+TEST_F(Process, EndsInThreeWaysWhenStoppedWhileItStarts) {
+  const std::string killLater = "\n{ for ((i = RANDOM % 4000; i > 0; --i)); do :; done; kill $$; } &";
+  for (int i = 0; i < 50; ++i) {
+    const std::string end = Transcript({"", killLater, "svc", "-boot=probe -do=await", ""});
+    const bool served = end.ends_with("[0]") && end.find(answer) != std::string::npos;
+    EXPECT_TRUE(served || end.ends_with(received + noModule) || end == "[-15]") << end;
+  }
+}
