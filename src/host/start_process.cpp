@@ -2,7 +2,6 @@
 
 #include <cxxabi.h>
 
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -10,7 +9,6 @@
 #include "host/boot_module.h"
 #include "host/hosted_module.h"
 #include "host/stop_thread.h"
-#include "host/termination_handler.h"
 #include "registry/proc_file_manager.h"
 
 namespace launcher {
@@ -43,7 +41,7 @@ int Run(decltype(&Bootstrap) bootstrap, int argc, char** argv) {
 int StartProcess(int argc, char** argv, const LaunchContext& context) {
   const std::string path = GetBootModulePath(context);
   // Before the registry, which installs the handler: the first SIGTERM that is handled finds the thread running.
-  CreateStopThread([] { AnswerSignal(SIGTERM); });
+  CreateStopThread();
   ProcFileManager::GetInstance()->SetModulePath(path);
   Register(context);
 

@@ -10,6 +10,7 @@
 
 #include "host/futex.h"
 #include "host/resumed_threads.h"
+#include "host/termination_handler.h"
 #include "host/thread_status.h"
 #include "registry/signals.h"
 
@@ -24,7 +25,6 @@ constinit Word g_bell{};       // changes when the stop thread has to look aroun
 constinit std::atomic<pid_t> g_stopThread{};
 constinit std::atomic<pid_t> g_process{};  // the process that has a stop thread; 0 in its children
 sigset_t g_moduleMask{};
-void (*g_answer)(){};
 constinit thread_local bool t_isStopThread = false;
 
 enum Phase : std::uint32_t {
@@ -59,7 +59,7 @@ bool AwaitAnswer(std::uint32_t ticket) noexcept {
 }
 
 void AnswerNext(std::uint32_t ticket) noexcept {
-  g_answer();
+  AnswerSignal(SIGTERM);
   g_progress = kPhases * ticket;
   WakeAll(g_progress);
   // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
@@ -82,8 +82,7 @@ void* RunStopThread(void* /*unused*/) noexcept {
 
 }  // namespace
 
-void CreateStopThread(void (*answer)()) {
-  g_answer = answer;
+void CreateStopThread() noexcept {
   ::pthread_sigmask(SIG_SETMASK, nullptr, &g_moduleMask);
   sigaddset(&g_moduleMask, SIGTERM);
   sigset_t everySignal;

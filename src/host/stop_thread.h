@@ -23,21 +23,21 @@ namespace launcher {
 //   closed pipe do not end a service that is yet to be stopped.
 // - A forked process has no such thread, and HandOverStop says so there.
 
-/// Creates the thread, which from then on calls `answer` for each stop handed over. Once each process, on the main
+/// Creates the thread, which from then on calls AnswerSignal for each stop handed over. Once each process, on the main
 /// thread, before the first HandOverStop. If it cannot be created, the signal handler answers: better than no service.
-void CreateStopThread(void (*answer)());
+void CreateStopThread() noexcept;
 
 /// For the signal handler, on whichever thread it runs; makes no call that is unsafe there, and may change `errno`.
 /// True: the stop is the stop thread's, or the signal was that thread's own interruption; nothing is left to do. False:
 /// there is no stop thread in this process, and the caller has to answer itself.
 [[nodiscard]] bool HandOverStop() noexcept;
 
-/// Within `answer`: calls `stopService` under the mask that a ModuleMask sets, and returns its result. A process that
-/// was forked off within the call and returns from it ends with that result, as by _exit(2): it has nothing else to do.
-/// On other threads it is a plain call.
+/// Within AnswerSignal: calls `stopService` under the mask that a ModuleMask sets, and returns its result. A process
+/// that was forked off within the call and returns from it ends with that result, as by _exit(2): it has nothing else
+/// to do. On other threads it is a plain call.
 int RunStopService(decltype(&StopService) stopService);
 
-/// For the module's other code within `answer`: while one of these lives, the stop thread has the signal mask with
+/// For the module's other code within AnswerSignal: while one of these lives, the stop thread has the signal mask with
 /// which the launcher was started, and SIGTERM, so that what the module starts inherits no other. Does nothing on other
 /// threads.
 class ModuleMask {
