@@ -77,10 +77,10 @@ __attribute__((visibility("default"))) int Bootstrap(int argc, char** argv);
  * prefers to interrupt the main thread. Better to ask here, and to wait in Bootstrap.
  *
  * A thread that went on is sent one more SIGTERM when StopService has returned, so that its loop looks again. That one
- * calls nothing. It comes when the thread does not block SIGTERM, and not at all while SIGTERM has another action than
- * the launcher's. Three things cannot be helped: a sigtimedwait(2) that begins at that moment may return it; a default
- * action that is set at that moment ends the process; and the kernel merges it with a SIGTERM that pthread_kill(3) has
- * sent to the same thread, which is then not answered.
+ * calls nothing. It comes when the thread sleeps in a system call and does not block SIGTERM, and not at all while
+ * SIGTERM has another action than the launcher's. Three things cannot be helped: a sigtimedwait(2) that begins at that
+ * moment may return it; a default action that is set at that moment ends the process; and the kernel merges it with a
+ * SIGTERM that pthread_kill(3) has sent to the same thread, which is then not answered.
  *
  * Signal mask: the one with which the launcher was started, with SIGTERM added. Processes that StopService starts
  * inherit it; in those which are to be stopped by SIGTERM, unblock it.

@@ -67,7 +67,7 @@ bool InterruptResumed(std::uint32_t answered) noexcept {
     const Resumed resumed = place;
     const bool due = resumed.thread != 0 && static_cast<std::int32_t>(answered - resumed.ticket) >= 0;
     if (!due) continue;
-    if (IsClosedToTermination(static_cast<pid_t>(resumed.thread))) {
+    if (!IsOpenToTermination(static_cast<pid_t>(resumed.thread))) {
       left = true;
     } else if (Replace(place, resumed, {})) {
       Interrupt(resumed.thread);

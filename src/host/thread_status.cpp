@@ -27,13 +27,16 @@ class ThreadFile {
     size_ = ::read(file.Get(), text_.data(), text_.size());
   }
 
+  [[nodiscard]] std::string_view Text() const noexcept {
+    return {text_.data(), size_ > 0 ? static_cast<std::size_t>(size_) : 0};
+  }
+
   // The number behind `label`, 0 where there is none.
   [[nodiscard]] std::uint64_t Number(std::string_view label, int base) const noexcept {
-    const std::string_view text(text_.data(), size_ > 0 ? static_cast<std::size_t>(size_) : 0);
     std::uint64_t number = 0;
-    const auto at = text.find(label);
+    const auto at = Text().find(label);
     if (at == std::string_view::npos) return 0;
-    std::from_chars(text.data() + at + label.size(), text.data() + text.size(), number, base);
+    std::from_chars(Text().data() + at + label.size(), Text().data() + Text().size(), number, base);
     return number;
   }
 
@@ -44,11 +47,12 @@ class ThreadFile {
 
 }  // namespace
 
-bool IsClosedToTermination(pid_t thread) noexcept {
+bool IsOpenToTermination(pid_t thread) noexcept {
   constexpr std::uint64_t kTermination = std::uint64_t{1} << (SIGTERM - 1);
-  if ((ThreadFile(thread, "status").Number("\nSigBlk:\t", 16) & kTermination) != 0) return true;
-  // A thread in this call has unblocked what it waits for.
-  return ThreadFile(thread, "syscall").Number("", 10) == SYS_rt_sigtimedwait;
+  const ThreadFile call(thread, "syscall");
+  // A thread in sigtimedwait(2) is shown with the signal unblocked that it waits for.
+  if (call.Text().starts_with("running") || call.Number("", 10) == SYS_rt_sigtimedwait) return false;
+  return (ThreadFile(thread, "status").Number("\nSigBlk:\t", 16) & kTermination) == 0;
 }
 
 bool IsBlockedByCaller(pid_t thread) noexcept {

@@ -6,16 +6,17 @@
 
 namespace launcher {
 
-// What the process file system tells of the threads of this process (proc(5)). Where it is not mounted, or tells
-// nothing of a thread, each answer is false or 0.
+// What the process file system tells of the threads of this process (proc(5)).
 
-/// Whether a SIGTERM would not reach the thread's handler now: it blocks the signal, or takes it by sigtimedwait(2).
-[[nodiscard]] bool IsClosedToTermination(pid_t thread) noexcept;
+/// Whether a SIGTERM would now interrupt a system call of the thread and reach its handler: the thread sleeps in one,
+/// does not block the signal, and does not wait for it in sigtimedwait(2). True where the system does not tell.
+[[nodiscard]] bool IsOpenToTermination(pid_t thread) noexcept;
 
-/// Whether the thread waits for a lock of the C library that the calling thread holds.
+/// Whether the thread waits for a lock of the C library that the calling thread holds. False where the system does not
+/// tell.
 [[nodiscard]] bool IsBlockedByCaller(pid_t thread) noexcept;
 
-/// How many threads this process has.
+/// How many threads this process has. 0 where the system does not tell.
 [[nodiscard]] std::uint64_t CountThreads() noexcept;
 
 }  // namespace launcher
