@@ -81,6 +81,19 @@ const Row rows[] = {
      "-boot=probe -do=lock,lock_output,raise,print,unlock_output,unlock,await", started + "stops 0\n" + answer + "[0]"},
     {"WokenWhenDone", "ON_STOP=hold,hold_until_main_sleeps", "svc",
      "-boot=probe -do=raise,release,sleep_until_signal,print", started + answer + "stops 1\n[0]"},
+    {"NothingSwallowed", "ON_STOP=hold", "svc",
+     "-boot=probe -do=raise,block,release,await,take_pending,unblock,raise,await", started + answer + served},
+    {"MaskOfStart", faults + "BLOCK_USR2=1 ON_STOP=print_mask", "svc", "-boot=probe -do=block_usr1,raise,await",
+     started + answer + "USR1 0, USR2 1\n[0]"},
+    {"ExitWaits", "ON_STOP=hold_until_exit,sleep,print", "svc", "-boot=probe -do=raise_on_thread,await_begin,exit",
+     started + answer + "stops 0\ndestroyed\n[3]"},
+    {"BothExit", "ON_STOP=hold_until_exit,exit", "svc", "-boot=probe -do=raise_on_thread,await_begin,exit",
+     started + answer + "destroyed\n[3]"},
+    {"MainThreadLeaves", "ON_STOP=print", "svc", "-boot=probe -do=leave_to_thread",
+     started + answer + "stops 0\nthread ends\n[0]"},
+    {"ChildReturnsFromStop", "ON_STOP=fork,fail", "svc", "-boot=probe -do=raise,await", started + answer + "[1]"},
+    {"ClosedOutput", R"(COMMAND="./svc -boot=probe -do=open_file,raise,await >&-; cat file")", "svc",
+     "-boot=probe -do=shell", started + "of the module\n[0]"},
     {"BootstrapReturnsFirst", "ON_STOP=hold,sleep,print", "svc", "-boot=probe -do=raise,release",
      started + answer + "stops 0\n[0]"},
     {"NobodyReads", "", "svc", "-boot=probe -do=close_output,raise,await,exit_41", started + "[41]"},
@@ -93,15 +106,21 @@ const Row rows[] = {
     {"Fire", "ON_STOP=lock,unlock", "svc", "-boot=probe -do=raise_under_fire", started + twenty + "[0]"},
     {"AtInstallation", faults + "RAISE_AT_INSTALLATION=1", "svc", "-boot=probe -do=await",
      named + pidDir + received + noModule},
-    {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1", "svc", "-boot=probe -do=await", started + served},
-    {"WhileLoading", "RAISE_WHILE_LOADING=1", "svc", "-boot=probe -do=await", started + served},
+    {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1 ON_STOP=sleep", "svc", "-boot=probe -do=print",
+     started + answer + "stops 1\n[0]"},
+    {"WhileLoading", "RAISE_WHILE_LOADING=1 ON_STOP=sleep", "svc", "-boot=probe -do=print",
+     started + answer + "stops 1\n[0]"},
 
-    {"Stop", R"(COMMAND="LD_PRELOAD=libfaults.so ./svc -s=stop; echo \$? process \$(cat var/oss_tmp/svc_0.pid)
+    {"Stop", R"(COMMAND="LD_PRELOAD=libfaults.so RAISE_TOO_LATE=1 ./svc -s=stop; echo \$? process \$(cat var/oss_tmp/svc_0.pid)
                 ./svc -s=stop; echo \$? var/oss_tmp/*")", "svc", "-boot=probe -do=block,shell,unblock,await",
      started + found + "stop process PID result -1\n0 process PID\n" +
      found + "delete ./var/oss_tmp/svc_0.pid\nstop process PID result 0\n0 var/oss_tmp/*\n" + served},
     {"StopUnread", R"(COMMAND="mkfifo pipe; exec 3<>pipe 4>pipe 3<&-; ./svc -s=stop >&4; echo \$?")", "svc",
      "-boot=probe -do=block,shell,unblock,await", started + "0\n" + served},
+    {"StopIsStopped", faults + "TSAN_OPTIONS=report_signal_unsafe=0 RAISE_AT_INSTALLATION=1; "
+     "echo 2147483647 >var/oss_tmp/svc_0.pid", "./svc", "-s=stop",
+     gone + "[VerifyProcNameByProcessID]verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n" +
+     received + noModule},
     {"StopNobody", "", "./svc", "-s=stop", stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:0\nError: read proc "
      "name handle svc 0 but osprocid 0 invalid!\nError: read svc 0 failed!\n" + nobody},
     {"StopWithoutName", "", "//", "-s=stop",

@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -108,6 +109,18 @@ TEST_F(Unit, RecordsNeverWaitAndNeverFail) {
   EXPECT_EQ(status.st_mode & 0777U, 0640U);
   EXPECT_EQ(status.st_size, 7);
   EXPECT_EQ(open("fifo", O_WRONLY | O_NONBLOCK), -1) << "a record was left open";
+}
+
+TEST_F(Unit, RecordsAreWholeOrEmpty) {
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+  for (const rlim_t size : {rlim_t{0}, rlim_t{1}, rlim_t{6}, rlim_t{7}}) {
+    const rlimit limit{size, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    WritePidRecord("record", 1234567);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    EXPECT_EQ(std::filesystem::file_size("record"), size == 7 ? 7U : 0U);
+  }
 }
 
 TEST_F(Unit, NoProcessHasNoRecord) {
