@@ -2,9 +2,8 @@
 # Installs what is missing, builds the launcher and the programs it is measured with, and prints the tables.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-. scripts/packages.sh
 
-install_packages "${BUILD_PACKAGES[@]}" libbenchmark-dev python3 supervisor valgrind
+scripts/install.sh cmake g++ make libbenchmark-dev python3 supervisor valgrind
 cmake --preset bench >/dev/null
 cmake --build --preset bench >/dev/null
 python3 bench/bench.py build/bench

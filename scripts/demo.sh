@@ -2,9 +2,8 @@
 # Installs what is missing, builds, starts the ticker service and stops it with a second launcher, and shows both sides.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-. scripts/packages.sh
 
-install_packages "${BUILD_PACKAGES[@]}"
+scripts/install.sh cmake g++ make
 build=build/demo
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DBUILD_TESTING=OFF >/dev/null
 cmake --build "$build" --target launcher ticker >/dev/null

@@ -2,9 +2,8 @@
 # Installs what is missing, builds with warnings as errors and runs the whole test suite.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-. scripts/packages.sh
 
-install_packages "${BUILD_PACKAGES[@]}" libgtest-dev libcpp-httplib-dev pkgconf curl lld \
+scripts/install.sh cmake g++ make libgtest-dev libcpp-httplib-dev pkgconf curl lld \
   dpkg-dev gzip lintian mandoc python3 systemd util-linux
 cmake --workflow --preset dev
 cmake --workflow --preset release  # with the packages
