@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/install.sh cmake g++ make libgtest-dev libcpp-httplib-dev pkgconf curl lld \
+scripts/install.sh cmake g++ ninja-build make libgtest-dev libcpp-httplib-dev pkgconf curl lld \
   dpkg-dev gzip lintian mandoc python3 systemd util-linux
 cmake --workflow --preset dev
 cmake --workflow --preset release  # with the packages
