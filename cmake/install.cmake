@@ -1,6 +1,5 @@
-# What is installed where. Two components, for two packages: `launcher` is what a machine that runs services needs,
-# `launcher-dev` what an author of service modules needs. Nothing in the latter depends on the architecture.
-include(GNUInstallDirs)
+# What is installed where; debian/ divides it between the packages. Of what authors of service modules need, nothing
+# depends on the architecture.
 include(CMakePackageConfigHelpers)
 
 set(cmake_dir ${CMAKE_INSTALL_DATADIR}/cmake/launcher)
@@ -12,16 +11,18 @@ set(prefix /prefix)
 cmake_path(RELATIVE_PATH prefix BASE_DIRECTORY /prefix/${pkgconfig_dir} OUTPUT_VARIABLE pkgconfig_to_prefix)
 configure_file(cmake/launcher.pc.in launcher.pc @ONLY)
 
-install(TARGETS launcher RUNTIME COMPONENT launcher)
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT launcher)
+install(TARGETS launcher)
+install(FILES man/launcher.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES README.md docs/operating.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES docs/examples/agent.conf DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 
-install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT launcher-dev FILES_MATCHING PATTERN *.h)
-install(FILES cmake/service_module.ld DESTINATION ${CMAKE_INSTALL_DATADIR}/launcher COMPONENT launcher-dev)
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h)
+install(FILES cmake/service_module.ld DESTINATION ${CMAKE_INSTALL_DATADIR}/launcher)
 install(TARGETS service_module EXPORT launcher-targets)
-install(EXPORT launcher-targets NAMESPACE launcher:: DESTINATION ${cmake_dir} COMPONENT launcher-dev)
+install(EXPORT launcher-targets NAMESPACE launcher:: DESTINATION ${cmake_dir})
 install(FILES cmake/launcher-config.cmake cmake/launcher_add_service_module.cmake
-  ${CMAKE_CURRENT_BINARY_DIR}/launcher-config-version.cmake DESTINATION ${cmake_dir} COMPONENT launcher-dev)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/launcher.pc DESTINATION ${pkgconfig_dir} COMPONENT launcher-dev)
-install(FILES docs/service-modules.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT launcher-dev)
-install(DIRECTORY examples/minimal examples/ticker examples/http DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
-  COMPONENT launcher-dev)
+  ${CMAKE_CURRENT_BINARY_DIR}/launcher-config-version.cmake DESTINATION ${cmake_dir})
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/launcher.pc DESTINATION ${pkgconfig_dir})
+install(FILES man/service-module.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7)
+install(FILES docs/service-modules.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY examples/minimal examples/ticker examples/http DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

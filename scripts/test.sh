@@ -1,9 +1,8 @@
 #!/bin/bash
-# Installs what is missing, builds with warnings as errors and runs the whole test suite.
+# Installs what is missing, builds with warnings as errors, runs the whole test suite, and checks the Debian packages.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/install.sh cmake g++ ninja-build make libgtest-dev libcpp-httplib-dev pkgconf curl lld \
-  dpkg-dev gzip lintian mandoc python3 systemd util-linux
+scripts/install.sh cmake g++ make ninja-build libgtest-dev libcpp-httplib-dev pkgconf curl lld python3 util-linux
 cmake --workflow --preset dev
-cmake --workflow --preset release  # with the packages
+scripts/check-packages.sh
