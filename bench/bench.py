@@ -74,8 +74,8 @@ def start():
     commands = {"floor": [FLOOR, "libservice.so", "once"], "launcher": hosted("once")}
     medians = compare(time_to_bootstrap, commands, STARTS)
     counts = {name: instructions(command) for name, command in commands.items()}
-    table(f"Start: to Bootstrap, median of {STARTS}; instructions of the whole process, whose Bootstrap returns at once",
-          ["program", "microseconds", "ratio", "instructions", "ratio"],
+    table(f"Start: to Bootstrap, median of {STARTS}; instructions of the whole process, whose Bootstrap returns at "
+          "once", ["program", "microseconds", "ratio", "instructions", "ratio"],
           [(name, f"{medians[name]:.0f}", f"{medians[name] / medians['floor']:.2f}", counts[name],
             f"{counts[name] / counts['floor']:.3f}") for name in commands])
 
@@ -115,8 +115,8 @@ def stop():
             counts[name] = instructions(command)
         target.kill()
     medians["supervisorctl"] = supervised_stop()
-    table(f"Stop: whole process, median of {STOPS} ({SUPERVISED_STOPS} for supervisorctl, which waits until the process "
-          "has ended)", ["program", "microseconds", "ratio", "instructions", "ratio"],
+    table(f"Stop: whole process, median of {STOPS} ({SUPERVISED_STOPS} for supervisorctl, which waits until the "
+          "process has ended)", ["program", "microseconds", "ratio", "instructions", "ratio"],
           [(name, f"{medians[name]:.0f}", f"{medians[name] / medians['empty program']:.2f}", counts.get(name, "-"),
             f"{counts[name] / counts['empty program']:.3f}" if name in counts else "-") for name in medians])
 
@@ -137,8 +137,9 @@ def deliveries():
                 runs = list(pool.map(deliver, [command] * DELIVERY_RUNS))
             times = sorted(value for values, _ in runs for value in values)
             ends = collections.Counter(end for _, end in runs)
-            rows.append((f"{name}, {work}", len(times), *(f"{times[int(len(times) * part)]:.0f}" for part in (0.5, 0.99)),
-                         f"{times[-1]:.0f}", sum(value > 100_000 for value in times),
+            parts = (f"{times[int(len(times) * part)]:.0f}" for part in (0.5, 0.99))
+            rows.append((f"{name}, {work}", len(times), *parts, f"{times[-1]:.0f}",
+                         sum(value > 100_000 for value in times),
                          ", ".join(f"{count} {end}" for end, count in ends.items())))
     table(f"SIGTERM to StopService: microseconds over {DELIVERY_RUNS} processes, each until 250 deliveries or its end",
           ["program and service", "deliveries", "median", "99 %", "worst", "over 0.1 s", "runs"], rows)
@@ -171,7 +172,8 @@ def hosting():
     memory = compare(peak_memory, {"floor": [FLOOR, "libservice.so", "wait"], "launcher": hosted("wait")}, 9)
     rows.append(("peak memory of an idle service, KiB", *memory.values(),
                  f"{memory['launcher'] / memory['floor']:.2f}"))
-    table("Hosting: the same module in either host, median of 9 (CPU time)", ["work", "floor", "launcher", "ratio"], rows)
+    table("Hosting: the same module in either host, median of 9 (CPU time)",
+          ["work", "floor", "launcher", "ratio"], rows)
 
 
 def main():

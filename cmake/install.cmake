@@ -14,7 +14,8 @@ configure_file(cmake/launcher.pc.in launcher.pc @ONLY)
 install(TARGETS launcher)
 install(FILES man/launcher.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES README.md docs/operating.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES docs/examples/agent.conf DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(FILES docs/examples/agent.conf docs/examples/agent.yaml docs/examples/Dockerfile
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN *.h)
 install(FILES cmake/service_module.ld DESTINATION ${CMAKE_INSTALL_DATADIR}/launcher)
@@ -25,4 +26,5 @@ install(FILES cmake/launcher-config.cmake cmake/launcher_add_service_module.cmak
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/launcher.pc DESTINATION ${pkgconfig_dir})
 install(FILES man/service-module.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7)
 install(FILES docs/service-modules.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY examples/minimal examples/ticker examples/http DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY examples/minimal examples/ticker examples/http examples/rust examples/go
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

@@ -4,10 +4,10 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 command -v podman >/dev/null || { echo "skipped: podman is not installed"; exit; }
-. scripts/packages.sh
+# shellcheck source=/dev/null
 . /etc/os-release
 
-install_packages gcc libc6-dev mmdebstrap runc catatonit
+scripts/install.sh gcc libc6-dev mmdebstrap runc catatonit
 scratch=$(mktemp -d)
 # Storage, state and settings of its own. Podman's default limits are more than a machine may permit.
 export CONTAINERS_CONF=$scratch/containers.conf

@@ -11,7 +11,11 @@ mv installed prefix
 export PATH=$PWD/prefix/bin:$PATH PKG_CONFIG_PATH=$PWD/prefix/share/pkgconfig LDFLAGS=-fuse-ld=$2
 doc=$PWD/prefix/share/doc/launcher
 host() { setpriv --pdeathsig KILL "$here/host.sh" "$PWD/prefix/bin/launcher" "$@"; }
-one_file() { "$CC" $LDFLAGS -shared -fPIC $(pkg-config --cflags --libs launcher) "$1" -o libagent.so; }
+one_file() {
+  local flags
+  read -ra flags <<<"$(pkg-config --cflags --libs launcher)"
+  "$CC" "$LDFLAGS" -shared -fPIC "${flags[@]}" "$1" -o libagent.so
+}
 
 # Sources that must not build, and what the message must name.
 bootstrap='int Bootstrap(int argc, char** argv) { return argc + !argv; }'
@@ -25,7 +29,8 @@ while IFS='|' read -r file _ source; do echo "$source" >"build/sources/$file"; d
 # Without the header, C++ would mangle the names, and hidden visibility would hide them from the launcher.
 sed '/service_module.h/d' "$doc/examples/ticker/ticker.cpp" >build/sources/no_header.cpp
 
-cmake -S "$here/consumer" -B build -D CMAKE_PREFIX_PATH="$PWD/prefix" -D examples="$doc/examples" -D CMAKE_CXX_STANDARD=17
+cmake -S "$here/consumer" -B build -D CMAKE_PREFIX_PATH="$PWD/prefix" -D examples="$doc/examples" \
+  -D CMAKE_CXX_STANDARD=17
 cmake --build build --target all no_header
 host "$PWD/build/minimal" minimal "runs, with"
 host "$PWD/build/ticker" ticker "tick 1"
@@ -38,8 +43,5 @@ while IFS='|' read -r file message _; do
   done
 done <<<"$faults"
 
-# The page for authors, by the letter. Only the reader's pause before the stop is put in: until there is what to stop.
-sed -n '/^```sh/,/^```$/p' "$doc/service-modules.md" |
-  sed '/^```/d; s/^launcher .* &$/setpriv --pdeathsig KILL &/; /-s=stop/i until [ -s launcher_1.pid ]; do sleep 0.1; done' >page
-. ./page | tee log
-grep -qx 'agent ends' log && grep -qx 'the service ended with status 0' log
+mkdir page
+"$here/page.sh" "$PWD/prefix" page

@@ -4,7 +4,8 @@
 set -euo pipefail
 source=$(echo "$1"/agent.*)
 command=$(sed -nE 's|^//[[:blank:]]+(.* -o libagent.so .*)|\1|p' "$source")
-command -v "${command%% *}" >/dev/null || { echo "skipped: ${command%% *} is not installed"; exit; }
+compiler=${command%% *}
+{ "$compiler" --version || "$compiler" version; } >/dev/null 2>&1 || { echo "skipped: no $compiler runs here"; exit; }
 cmake --install "$2" --prefix "$3/prefix" >/dev/null
 cd "$3"
 export PKG_CONFIG_PATH=$3/prefix/share/pkgconfig CGO_CFLAGS=-I$3/prefix/include XDG_CACHE_HOME=$3 XDG_CONFIG_HOME=$3
