@@ -19,6 +19,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
+// Of an answer. A power of two of them, so that the count may wrap.
+enum Phase : std::uint32_t { kBefore, kInStopService, kAfter, kPhases = 4 };
+
 constinit Word g_requested{};  // stops handed over; each has the number that it made of this, its ticket
 constinit Word g_progress{};   // kPhases for each stop answered, and the Phase of the next
 constinit Word g_bell{};       // changes when the stop thread has to look around
@@ -26,13 +29,6 @@ constinit std::atomic<pid_t> g_stopThread{};
 constinit std::atomic<pid_t> g_process{};  // the process that has a stop thread; 0 in its children
 sigset_t g_moduleMask{};
 constinit thread_local bool t_isStopThread = false;
-
-enum Phase : std::uint32_t {
-  kBefore,
-  kInStopService,
-  kAfter,
-  kPhases = 4
-};  // of an answer; a power of two, so that the count may wrap
 
 // A child may have its parent's id, in a pid namespace of its own; one that was not made by fork(3) runs no handlers of
 // pthread_atfork(3). So either tells.
@@ -60,10 +56,10 @@ bool AwaitAnswer(std::uint32_t ticket) noexcept {
 
 void AnswerNext(std::uint32_t ticket) noexcept {
   AnswerSignal(SIGTERM);
-  g_progress = kPhases * ticket;
-  WakeAll(g_progress);
   // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
   if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
+  g_progress = kPhases * ticket;
+  WakeAll(g_progress);
 }
 
 void* RunStopThread(void* /*unused*/) noexcept {
@@ -135,8 +131,7 @@ void AwaitAcceptedStops() noexcept {
     const std::uint32_t progress = g_progress;
     if (progress == kPhases * g_requested) return;
     AwaitChange(g_progress, progress, In(100ms));
-    // Since glibc 2.41 exit(3) waits for whoever is in it. If that is us, and StopService calls it too, neither goes
-    // on.
+    // Since glibc 2.41 exit(3) waits for whoever is in it: if that is us and StopService calls it too, for ever.
     if (IsBlockedByCaller(g_stopThread)) return;
   }
 }
