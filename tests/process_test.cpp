@@ -138,7 +138,12 @@ INSTANTIATE_TEST_SUITE_P(, Process, testing::ValuesIn(rows), [](const auto& row)
 
 }  // namespace
 
-TEST_P(Process, Prints) { EXPECT_EQ(Transcript(GetParam()), GetParam().expected); }
+TEST_P(Process, Prints) {
+#ifdef __SANITIZE_THREAD__
+  if (GetParam().name == "Fire") GTEST_SKIP() << "ThreadSanitizer holds back signals to threads that never wait";
+#endif
+  EXPECT_EQ(Transcript(GetParam()), GetParam().expected);
+}
 
 TEST_F(Process, EndsInThreeWaysWhenStoppedWhileItStarts) {
   const std::string killLater = "\n{ for ((i = RANDOM % 4000; i > 0; --i)); do :; done; kill $$; } &";
