@@ -16,7 +16,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-struct Resumed {
+// Aligned for atomic access, which Clang would otherwise leave to a library.
+struct alignas(8) Resumed {
   std::uint32_t thread;  // its kernel id; 0: nobody
   std::uint32_t ticket;
 };
