@@ -38,10 +38,10 @@ extern "C" {
  * Rationale: a service may want to know its own name and handle, and needs no second way to be configured.
  *
  * Returns a result whose low 8 bits are the exit status of the process. The module may also call exit(3), on any
- * thread: accepted stops are finished first. So do not call it with a lock held that StopService takes. _exit(2),
- * quick_exit(3) and the end by a signal wait for nothing. pthread_exit(3) leaves the service to its other threads: the
- * process ends with status 0 when the last of them has ended, which takes a mounted proc(5) to see. An exception must
- * not leave Bootstrap: it ends the process by std::terminate, without exit handlers.
+ * thread: accepted stops are finished first, unless the caller holds a lock that they need. _exit(2), quick_exit(3) and
+ * the end by a signal wait for nothing. pthread_exit(3) leaves the service to its other threads: the process ends with
+ * status 0 when the last of them has ended, which takes a mounted proc(5) to see. None of them may wait for the end of
+ * the main one. An exception must not leave Bootstrap: it ends the process by std::terminate, without exit handlers.
  */
 __attribute__((visibility("default"))) int Bootstrap(int argc, char** argv);
 
@@ -61,7 +61,9 @@ __attribute__((visibility("default"))) int Bootstrap(int argc, char** argv);
  *
  * So keep the wish to stop in something that is initialised statically and never destroyed, such as an atomic or a
  * mutex, and let Bootstrap look at it first. Do not wait here for the beginning of Bootstrap or for the end of the
- * process. StopService may itself call exit(3), which then does not wait for it.
+ * process, nor for a thread that calls exit(3). StopService may itself call exit(3), which then does not wait for it.
+ * But while another thread is in exit(3), that one's status counts since glibc 2.41; and if the process has changed its
+ * user or has no proc(5), the two then wait for each other.
  *
  * Where: on a thread of the launcher, not in the signal handler. It may lock, allocate, print, throw and catch, load
  * libraries and start processes. Thread-local variables are not those of the interrupted thread. Where the system had

@@ -37,8 +37,9 @@ bool HandlerIsInPlace() noexcept {
 }
 
 void Interrupt(std::uint32_t thread) noexcept {
+  if (!HandlerIsInPlace()) return;
   g_interrupted = thread;
-  const bool sent = HandlerIsInPlace() && ::tgkill(::getpid(), static_cast<pid_t>(thread), SIGTERM) == 0;
+  const bool sent = ::tgkill(::getpid(), static_cast<pid_t>(thread), SIGTERM) == 0;
   if (sent) AwaitChange(g_interrupted, thread, std::chrono::steady_clock::now() + 1s);
   g_interrupted = 0;
 }

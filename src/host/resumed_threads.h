@@ -12,7 +12,7 @@ namespace launcher {
 // for a stop, which is better than a stop that is taken for it.
 
 /// In the handler, on the interrupted thread: it goes on, though stop number `ticket` is not answered yet. Beyond 64
-/// such threads at a time, it is not interrupted again.
+/// of these at a time, it is not interrupted again.
 void RememberResumed(std::uint32_t ticket) noexcept;
 
 /// In the handler, on the interrupted thread: takes that back if the stop has been answered meanwhile.

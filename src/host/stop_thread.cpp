@@ -24,14 +24,13 @@ enum Phase : std::uint32_t { kBefore, kInStopService, kAfter, kPhases = 4 };
 
 constinit Word g_requested{};  // stops handed over; each has the number that it made of this, its ticket
 constinit Word g_progress{};   // kPhases for each stop answered, and the Phase of the next
-constinit Word g_bell{};       // changes when the stop thread has to look around
 constinit std::atomic<pid_t> g_stopThread{};
 constinit std::atomic<pid_t> g_process{};  // the process that has a stop thread; 0 in its children
 sigset_t g_moduleMask{};
 constinit thread_local bool t_isStopThread = false;
 
 // A child may have its parent's id, in a pid namespace of its own; one that was not made by fork(3) runs no handlers of
-// pthread_atfork(3). So either tells.
+// pthread_atfork(3). One of the two tells, but for a child that is both.
 bool HasStopThread() noexcept { return g_process == ::getpid(); }
 
 bool IsStopThread() noexcept { return t_isStopThread && HasStopThread(); }
@@ -56,6 +55,7 @@ bool AwaitAnswer(std::uint32_t ticket) noexcept {
 
 void AnswerNext(std::uint32_t ticket) noexcept {
   AnswerSignal(SIGTERM);
+  if (!HasStopThread()) std::_Exit(0);  // A process that an initialiser forked off, and that returned from it.
   // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
   if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
   g_progress = kPhases * ticket;
@@ -66,12 +66,11 @@ void* RunStopThread(void* /*unused*/) noexcept {
   t_isStopThread = true;
   g_stopThread = ::gettid();
   for (std::uint32_t answered = 0;;) {
-    const std::uint32_t bell = g_bell;
     const bool lookAgain = InterruptResumed(answered);
     if (g_requested != answered) {
       AnswerNext(++answered);
     } else {
-      AwaitChange(g_bell, bell, lookAgain ? In(100ms) : Deadline::max());
+      AwaitChange(g_requested, answered, lookAgain ? In(100ms) : Deadline::max());
     }
   }
 }
@@ -96,8 +95,7 @@ void CreateStopThread() noexcept {
 bool HandOverStop() noexcept {
   if (!HasStopThread()) return false;
   if (TakeInterruption()) return true;
-  const std::uint32_t ticket = g_requested.fetch_add(1) + 1;
-  Increment(g_bell);
+  const std::uint32_t ticket = Increment(g_requested);
   // A StopService that unblocked SIGTERM may find itself here, on the stop thread, which must not wait for itself.
   if (IsStopThread() || AwaitAnswer(ticket)) return true;
   RememberResumed(ticket);
@@ -131,7 +129,8 @@ void AwaitAcceptedStops() noexcept {
     const std::uint32_t progress = g_progress;
     if (progress == kPhases * g_requested) return;
     AwaitChange(g_progress, progress, In(100ms));
-    // Since glibc 2.41 exit(3) waits for whoever is in it: if that is us and StopService calls it too, for ever.
+    // Whoever calls exit(3) with a lock in its hands that the stop needs would wait for ever. Since glibc 2.41 exit(3)
+    // has one itself, which StopService needs to call it too.
     if (IsBlockedByCaller(g_stopThread)) return;
   }
 }

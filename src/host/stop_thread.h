@@ -53,7 +53,7 @@ class ModuleMask {
 
 /// Waits, without limit, until every stop handed over so far and meanwhile has been answered. Returns at once where
 /// nobody else would answer: on the stop thread and in a process that has none. Returns early when the stop thread
-/// waits for a lock that the caller holds, as exit(3) holds one.
+/// waits for a lock that the caller holds.
 void AwaitAcceptedStops() noexcept;
 
 /// Waits, without limit, until no threads are left but the calling one and the stop thread. Where proc(5) is not

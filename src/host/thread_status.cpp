@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <pthread.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -41,7 +42,7 @@ class ThreadFile {
   }
 
  private:
-  std::array<char, 4096> text_;
+  std::array<char, 65536> text_;  // in front of the signals stand the groups, of which there may be many
   ssize_t size_;
 };
 
@@ -52,23 +53,33 @@ bool IsOpenToTermination(pid_t thread) noexcept {
   const ThreadFile call(thread, "syscall");
   // A thread in sigtimedwait(2) is shown with the signal unblocked that it waits for.
   if (call.Text().starts_with("running") || call.Number("", 10) == SYS_rt_sigtimedwait) return false;
-  return (ThreadFile(thread, "status").Number("\nSigBlk:\t", 16) & kTermination) == 0;
+  const ThreadFile status(thread, "status");
+  return ((status.Number("\nSigBlk:\t", 16) | status.Number("\nSigPnd:\t", 16)) & kTermination) == 0;
 }
 
 bool IsBlockedByCaller(pid_t thread) noexcept {
-  // What glibc makes of its recursive locks; the futex is the first of it.
+  // What glibc makes of a lock that knows its owner: those of exit(3) and stdio name the thread by its pthread_t, a
+  // mutex, the loader's among them, by its kernel id.
   struct Lock {
     int futex;
     int count;
-    pthread_t owner;
+    union {
+      pthread_t thread;
+      pid_t id;
+    } owner;
   } lock{};
   const ThreadFile call(thread, "syscall");
   if (call.Number("", 10) != SYS_futex) return false;
   const UniqueFd memory(::open("/proc/self/mem", O_RDONLY | O_CLOEXEC));
   const auto address = static_cast<off_t>(call.Number(" 0x", 16));
-  return ::pread(memory.Get(), &lock, sizeof lock, address) == sizeof lock && lock.owner == ::pthread_self();
+  if (::pread(memory.Get(), &lock, sizeof lock, address) != sizeof lock) return false;
+  return lock.owner.thread == ::pthread_self() || lock.owner.id == ::gettid();
 }
 
-std::uint64_t CountThreads() noexcept { return ThreadFile(::gettid(), "status").Number("\nThreads:\t", 10); }
+std::uint64_t CountThreads() noexcept {
+  struct stat tasks {};
+  return ::stat("/proc/self/task", &tasks) == 0 ? tasks.st_nlink - 2
+                                                : 0;  // A link for each, and a directory's own two.
+}
 
 }  // namespace launcher
