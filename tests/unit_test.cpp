@@ -125,6 +125,7 @@ TEST_F(Unit, RecordsAreWholeOrEmpty) {
 
 TEST_F(Unit, NoProcessHasNoRecord) {
   CaptureStdout();
+  EXPECT_EQ(ProcFileManager::GetInstance()->DeleteProcFile("svc", 3), 0);
   EXPECT_EQ(ProcFileManager::GetInstance()->WriteProcFile("svc", 3, 0), -1);
   EXPECT_TRUE(GetCapturedStdout().ends_with("\nError: write proc name handle svc 3 but osprocid 0 invalid!\n"));
 }
