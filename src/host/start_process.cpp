@@ -1,7 +1,5 @@
 #include "host/start_process.h"
 
-#include <cxxabi.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -28,12 +26,17 @@ void Register(const LaunchContext& context) {
 // of them, as it would in a program of its own. The main thread stays until then: the stop thread would not let the
 // process end by itself, and of one without a main thread proc(5) shows no command line, by which stop mode knows it.
 int Run(decltype(&Bootstrap) bootstrap, int argc, char** argv) {
-  try {
-    return bootstrap(argc, argv);
-  } catch (const abi::__forced_unwind&) {
-    AwaitEndOfOtherThreads();
-    std::exit(0);
-  }
+  struct Frame {
+    bool left = false;
+    ~Frame() {  // An exception that nobody catches does not unwind the stack; pthread_exit(3) does.
+      if (left) return;
+      AwaitEndOfOtherThreads();
+      std::exit(0);
+    }
+  } frame;
+  const int result = bootstrap(argc, argv);
+  frame.left = true;
+  return result;
 }
 
 }  // namespace

@@ -51,10 +51,12 @@ class ThreadFile {
 bool IsOpenToTermination(pid_t thread) noexcept {
   constexpr std::uint64_t kTermination = std::uint64_t{1} << (SIGTERM - 1);
   const ThreadFile call(thread, "syscall");
-  // A thread in sigtimedwait(2) is shown with the signal unblocked that it waits for.
-  if (call.Text().starts_with("running") || call.Number("", 10) == SYS_rt_sigtimedwait) return false;
   const ThreadFile status(thread, "status");
-  return ((status.Number("\nSigBlk:\t", 16) | status.Number("\nSigPnd:\t", 16)) & kTermination) == 0;
+  const bool blocksOrHasPending =
+      ((status.Number("\nSigBlk:\t", 16) | status.Number("\nSigPnd:\t", 16)) & kTermination) != 0;
+  // A thread in sigtimedwait(2) is shown with the signal unblocked that it waits for. So both have to be of one sleep.
+  return !blocksOrHasPending && !call.Text().starts_with("running") && call.Number("", 10) != SYS_rt_sigtimedwait &&
+         call.Text() == ThreadFile(thread, "syscall").Text();
 }
 
 bool IsBlockedByCaller(pid_t thread) noexcept {
