@@ -110,7 +110,7 @@ const Row rows[] = {
     {"Crowd", "ON_STOP=hold", "svc", "-boot=probe -do=raise_on_many_threads,release,await,raise_on_many_threads,await",
      started + twenty + twenty + twenty + twenty + twenty + twenty + twenty + twenty + "[0]"},
     {"Fire", "ON_STOP=lock,unlock", "svc", "-boot=probe -do=raise_under_fire", started + twenty + "[0]"},
-    {"AtInstallation", faults + "RAISE_AT_INSTALLATION=1", "svc", "-boot=probe -do=await",
+    {"AtInstallation", faults + "RAISE_AT_INSTALLATION=1 STAY_AT_INSTALLATION=1", "svc", "-boot=probe -do=await",
      named + pidDir + received + noModule},
     {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1 ON_STOP=sleep", "svc", "-boot=probe -do=print",
      started + answer + "stops 1\n[0]"},
