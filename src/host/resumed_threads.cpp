@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 // Aligned for atomic access, which Clang would otherwise leave to a library.
 struct alignas(8) Resumed {
   std::uint32_t thread;  // its kernel id; 0: nobody
-  std::uint32_t ticket;
+  std::uint32_t due;
 };
 using Place = std::atomic<Resumed>;
 static_assert(Place::is_always_lock_free);
@@ -30,6 +30,10 @@ constinit Word g_interrupted{};  // the thread that an interruption is on its wa
 bool Replace(Place& place, Resumed from, Resumed to) noexcept { return place.compare_exchange_strong(from, to); }
 
 std::uint32_t ThisThread() noexcept { return static_cast<std::uint32_t>(::gettid()); }
+
+bool IsDue(Resumed resumed, std::uint32_t progress) noexcept {
+  return static_cast<std::int32_t>(progress - resumed.due) >= 0;
+}
 
 bool HandlerIsInPlace() noexcept {
   struct sigaction current {};
@@ -46,14 +50,17 @@ void Interrupt(std::uint32_t thread) noexcept {
 
 }  // namespace
 
-void RememberResumed(std::uint32_t ticket) noexcept {
+void RememberResumed(std::uint32_t due) noexcept {
   for (Place& place : g_resumed) {
-    if (Replace(place, {}, {ThisThread(), ticket})) return;
+    if (Replace(place, {}, {ThisThread(), due})) return;
   }
 }
 
-void ForgetResumed(std::uint32_t ticket) noexcept {
-  for (Place& place : g_resumed) Replace(place, {ThisThread(), ticket}, {});
+void ForgetResumed(std::uint32_t progress) noexcept {
+  for (Place& place : g_resumed) {
+    const Resumed resumed = place;
+    if (resumed.thread == ThisThread() && IsDue(resumed, progress)) Replace(place, resumed, {});
+  }
 }
 
 bool TakeInterruption() noexcept {
@@ -63,12 +70,11 @@ bool TakeInterruption() noexcept {
   return true;
 }
 
-bool InterruptResumed(std::uint32_t answered) noexcept {
+bool InterruptResumed(std::uint32_t progress) noexcept {
   bool left = false;
   for (Place& place : g_resumed) {
     const Resumed resumed = place;
-    const bool due = resumed.thread != 0 && static_cast<std::int32_t>(answered - resumed.ticket) >= 0;
-    if (!due) continue;
+    if (resumed.thread == 0 || !IsDue(resumed, progress)) continue;
     if (!IsOpenToTermination(static_cast<pid_t>(resumed.thread))) {
       left = true;
     } else if (Replace(place, resumed, {})) {

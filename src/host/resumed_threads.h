@@ -11,19 +11,20 @@ namespace launcher {
 // at a time, to a thread that is open to SIGTERM at that moment. After a second it counts as lost: at worst it is taken
 // for a stop, which is better than a stop that is taken for it.
 
-/// In the handler, on the interrupted thread: it goes on, though stop number `ticket` is not answered yet. Beyond 64
-/// of these at a time, it is not interrupted again.
-void RememberResumed(std::uint32_t ticket) noexcept;
+/// In the handler, on the interrupted thread: it goes on, though its stop is answered only when the count of progress
+/// has come to `due`. Beyond 64 of these at a time, it is not interrupted again.
+void RememberResumed(std::uint32_t due) noexcept;
 
-/// In the handler, on the interrupted thread: takes that back if the stop has been answered meanwhile.
-void ForgetResumed(std::uint32_t ticket) noexcept;
+/// In the handler, on the interrupted thread, at its end: takes back what is due at `progress`. The thread looks at its
+/// condition anyway when it returns.
+void ForgetResumed(std::uint32_t progress) noexcept;
 
 /// In the handler: whether the signal is the calling thread's interruption and no stop. Says so once.
 [[nodiscard]] bool TakeInterruption() noexcept;
 
-/// On the stop thread: interrupts those whose stop is among the first `answered`. It leaves out those that are gone,
-/// and all while SIGTERM has another action than our handler, which it would set off. Returns whether there are threads
-/// left that are not open to SIGTERM now and have to be looked at again.
-[[nodiscard]] bool InterruptResumed(std::uint32_t answered) noexcept;
+/// On the stop thread: interrupts those that are due at `progress`. It leaves out those that are gone, and all while
+/// SIGTERM has another action than our handler, which it would set off. Returns whether there are threads left that are
+/// not open to SIGTERM now and have to be looked at again.
+[[nodiscard]] bool InterruptResumed(std::uint32_t progress) noexcept;
 
 }  // namespace launcher

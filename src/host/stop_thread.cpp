@@ -66,12 +66,9 @@ void* RunStopThread(void* /*unused*/) noexcept {
   t_isStopThread = true;
   g_stopThread = ::gettid();
   for (std::uint32_t answered = 0;;) {
-    const bool lookAgain = InterruptResumed(answered);
-    if (g_requested != answered) {
-      AnswerNext(++answered);
-    } else {
-      AwaitChange(g_requested, answered, lookAgain ? In(100ms) : Deadline::max());
-    }
+    if (g_requested != answered) AnswerNext(++answered);
+    const bool lookAgain = InterruptResumed(g_progress);
+    AwaitChange(g_requested, answered, lookAgain ? In(100ms) : Deadline::max());
   }
 }
 
@@ -97,9 +94,8 @@ bool HandOverStop() noexcept {
   if (TakeInterruption()) return true;
   const std::uint32_t ticket = Increment(g_requested);
   // A StopService that unblocked SIGTERM may find itself here, on the stop thread, which must not wait for itself.
-  if (IsStopThread() || AwaitAnswer(ticket)) return true;
-  RememberResumed(ticket);
-  if (IsAnswered(ticket, g_progress)) ForgetResumed(ticket);
+  if (!IsStopThread() && !AwaitAnswer(ticket)) RememberResumed(kPhases * ticket);
+  ForgetResumed(g_progress);  // After it was remembered: the stop may have been answered in between.
   return true;
 }
 
