@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -121,6 +122,9 @@ TEST_F(Unit, RecordsAreWholeOrEmpty) {
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     EXPECT_EQ(std::filesystem::file_size("record"), size == 7 ? 7U : 0U);
   }
+  sigset_t mask;
+  ASSERT_EQ(pthread_sigmask(SIG_BLOCK, nullptr, &mask), 0);
+  EXPECT_EQ(sigismember(&mask, SIGXFSZ), 0) << "the service would not get it";
 }
 
 TEST_F(Unit, NoProcessHasNoRecord) {
