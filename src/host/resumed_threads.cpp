@@ -51,15 +51,17 @@ void Interrupt(std::uint32_t thread) noexcept {
 }  // namespace
 
 void RememberResumed(std::uint32_t due) noexcept {
+  const Resumed resumed{ThisThread(), due};
   for (Place& place : g_resumed) {
-    if (Replace(place, {}, {ThisThread(), due})) return;
+    if (Replace(place, {}, resumed)) return;
   }
 }
 
 void ForgetResumed(std::uint32_t progress) noexcept {
+  const std::uint32_t thread = ThisThread();
   for (Place& place : g_resumed) {
     const Resumed resumed = place;
-    if (resumed.thread == ThisThread() && IsDue(resumed, progress)) Replace(place, resumed, {});
+    if (resumed.thread == thread && IsDue(resumed, progress)) Replace(place, resumed, {});
   }
 }
 

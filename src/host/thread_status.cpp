@@ -80,8 +80,8 @@ bool IsBlockedByCaller(pid_t thread) noexcept {
 
 std::uint64_t CountThreads() noexcept {
   struct stat tasks {};
-  return ::stat("/proc/self/task", &tasks) == 0 ? tasks.st_nlink - 2
-                                                : 0;  // A link for each, and a directory's own two.
+  // A link for each, and a directory's own two.
+  return ::stat("/proc/self/task", &tasks) == 0 ? tasks.st_nlink - 2 : 0;
 }
 
 }  // namespace launcher
