@@ -8,9 +8,9 @@
 #include <fstream>
 #include <tuple>
 
+#include "base/decimal.h"
 #include "host/termination_handler.h"
 #include "launcher/launch_context.h"
-#include "registry/decimal.h"
 #include "registry/pid_dir.h"
 #include "registry/pid_record.h"
 #include "registry/proc_file_manager.h"

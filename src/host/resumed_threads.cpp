@@ -7,7 +7,7 @@
 #include <atomic>
 #include <chrono>
 
-#include "host/futex.h"
+#include "base/futex.h"
 #include "host/termination_handler.h"
 #include "host/thread_status.h"
 

@@ -8,11 +8,11 @@
 #include <chrono>
 #include <cstdlib>
 
-#include "host/futex.h"
+#include "base/futex.h"
+#include "base/signals.h"
 #include "host/resumed_threads.h"
 #include "host/termination_handler.h"
 #include "host/thread_status.h"
-#include "registry/signals.h"
 
 namespace launcher {
 namespace {

@@ -13,7 +13,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "registry/unique_fd.h"
+#include "base/unique_fd.h"
 
 namespace launcher {
 namespace {

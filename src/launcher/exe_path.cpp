@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "registry/separators.h"
+#include "base/separators.h"
 
 namespace launcher {
 

@@ -4,8 +4,8 @@
 
 #include <cstdio>
 
+#include "base/decimal.h"
 #include "launcher/exe_path.h"
-#include "registry/decimal.h"
 
 namespace launcher {
 

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "registry/separators.h"
+#include "base/separators.h"
 
 namespace launcher {
 namespace {

@@ -7,9 +7,9 @@
 #include <array>
 #include <cstddef>
 
-#include "registry/decimal.h"
-#include "registry/signals.h"
-#include "registry/unique_fd.h"
+#include "base/decimal.h"
+#include "base/signals.h"
+#include "base/unique_fd.h"
 
 namespace launcher {
 namespace {

@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <cstdio>
 
-#include "registry/decimal.h"
-#include "registry/unique_fd.h"
+#include "base/decimal.h"
+#include "base/unique_fd.h"
 
 namespace launcher {
 namespace {

@@ -6,8 +6,8 @@
 #include <list>
 #include <string>
 
+#include "base/signals.h"
 #include "registry/proc_file_manager.h"
-#include "registry/signals.h"
 #include "stop/process_verification.h"
 
 namespace launcher {

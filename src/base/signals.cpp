@@ -1,4 +1,4 @@
-#include "registry/signals.h"
+#include "base/signals.h"
 
 #include <ctime>
 

@@ -1,4 +1,4 @@
-#include "registry/separators.h"
+#include "base/separators.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "host/futex.h"
+#include "base/futex.h"
 
 #include <linux/futex.h>
 #include <sys/syscall.h>
