@@ -17,14 +17,4 @@ bool TakePending(int signalNumber) noexcept {
   return ::sigtimedwait(&wanted, nullptr, &now) == signalNumber;
 }
 
-DroppedSignal::DroppedSignal(int signalNumber) noexcept : signalNumber_(signalNumber) {
-  const sigset_t set = SignalSet({signalNumber});
-  ::pthread_sigmask(SIG_BLOCK, &set, &before_);
-}
-
-DroppedSignal::~DroppedSignal() {
-  static_cast<void>(TakePending(signalNumber_));
-  ::pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-}
-
 }  // namespace launcher

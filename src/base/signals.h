@@ -13,18 +13,4 @@ namespace launcher {
 /// thread must block it.
 bool TakePending(int signalNumber) noexcept;
 
-/// Blocks the signal on the calling thread for the object's lifetime, and in the end drops one that has arrived
-/// meanwhile.
-class DroppedSignal {
- public:
-  explicit DroppedSignal(int signalNumber) noexcept;
-  DroppedSignal(const DroppedSignal&) = delete;
-  DroppedSignal& operator=(const DroppedSignal&) = delete;
-  ~DroppedSignal();
-
- private:
-  int signalNumber_;
-  sigset_t before_{};
-};
-
 }  // namespace launcher

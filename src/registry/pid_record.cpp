@@ -1,14 +1,12 @@
 #include "registry/pid_record.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <unistd.h>
 
-#include <array>
 #include <cstddef>
+#include <memory>
 
 #include "base/decimal.h"
-#include "base/signals.h"
 #include "base/unique_fd.h"
 
 namespace launcher {
@@ -19,8 +17,9 @@ namespace {
 constexpr int kOpenFlags = O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 constexpr mode_t kReadWriteForAll = 0666;
 
-// A record has ten digits at most; the rest is for blanks and zeros that somebody has put in front of them by hand.
-constexpr std::size_t kLongestRecord = 65536;
+// A record has ten digits at most; the rest is for blanks and zeros that somebody has put in front of them by hand. A
+// number that is cut off would be that of another process.
+constexpr ssize_t kTooLong = 65536;
 
 }  // namespace
 
@@ -31,8 +30,6 @@ std::string PidRecordPath(const std::string& pidDir, const std::string& procName
 void WritePidRecord(const std::string& path, int pid) {
   const UniqueFd file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | kOpenFlags, kReadWriteForAll));
   const std::string digits = IntToString(pid);
-  // Where RLIMIT_FSIZE permits no byte at all, write(2) raises SIGXFSZ, which would end the process.
-  const DroppedSignal tooLarge(SIGXFSZ);
   const ssize_t written = ::write(file.Get(), digits.data(), digits.size());
   // A full disk may leave part of the number, which is another process's id. An empty record names nobody.
   if (written == static_cast<ssize_t>(digits.size())) return;
@@ -41,10 +38,10 @@ void WritePidRecord(const std::string& path, int pid) {
 
 int ReadPidRecord(const std::string& path) {
   const UniqueFd file(::open(path.c_str(), O_RDONLY | kOpenFlags));
-  std::array<char, kLongestRecord> text;
+  const auto text = std::make_unique_for_overwrite<char[]>(kTooLong);
   // Once only: a second read could go on in the number that another start has meanwhile written in its place.
-  const ssize_t size = ::read(file.Get(), text.data(), text.size());
-  return size > 0 ? NearestInt({text.data(), static_cast<std::size_t>(size)}) : 0;
+  const ssize_t size = ::read(file.Get(), text.get(), kTooLong);
+  return size > 0 && size < kTooLong ? NearestInt({text.get(), static_cast<std::size_t>(size)}) : 0;
 }
 
 }  // namespace launcher

@@ -15,8 +15,7 @@ namespace launcher {
 /// not at all.
 void WritePidRecord(const std::string& path, int pid);
 
-/// The NearestInt of what one read(2) gives, which is the whole file if it has at most 64 KiB; 0 while another process
-/// is rewriting the record.
+/// The NearestInt of the file; 0 if it has 64 KiB or more, and while another process is rewriting it.
 [[nodiscard]] int ReadPidRecord(const std::string& path);
 
 }  // namespace launcher
