@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/hosted_module.h"
-#include "host/termination_handler.h"
+#include "host/signal_answer.h"
 #include "registry/proc_file_manager.h"
 
 int main(int argc, char** argv) {
@@ -12,5 +12,5 @@ int main(int argc, char** argv) {
   const std::string path = argv[1];
   launcher::ProcFileManager::GetInstance()->SetModulePath(path);
   static_cast<void>(std::signal(SIGTERM, launcher::AnswerSignal));
-  return launcher::FindBootstrap(path)(argc, argv);
+  return launcher::FindBootstrap(launcher::OpenServiceModule(path), path)(argc, argv);
 }

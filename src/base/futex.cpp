@@ -1,44 +1,45 @@
 #include "base/futex.h"
 
 #include <linux/futex.h>
+#include <linux/time_types.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <climits>
-#include <ctime>
 
 namespace launcher {
 namespace {
 
 static_assert(sizeof(Word) == 4 && Word::is_always_lock_free, "a futex is four bytes (futex(2))");
-static_assert(sizeof(time_t) == sizeof(long), "SYS_futex takes the kernel's own timespec");
 
-timespec ToTimespec(Deadline deadline) noexcept {
-  const auto sinceEpoch = deadline.time_since_epoch();
-  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(sinceEpoch);
-  return {seconds.count(), std::chrono::nanoseconds(sinceEpoch - seconds).count()};
+// Of the kernel and not of the C library, whose time_t may be longer than what SYS_futex takes.
+using Time = __kernel_old_timespec;
+
+Time ToTime(Deadline deadline) noexcept {
+  const auto sinceBoot = deadline.time_since_epoch();
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(sinceBoot);
+  const std::chrono::nanoseconds rest = sinceBoot - seconds;
+  return {static_cast<decltype(Time::tv_sec)>(seconds.count()), static_cast<decltype(Time::tv_nsec)>(rest.count())};
 }
 
 }  // namespace
 
 bool AwaitChange(Word& word, std::uint32_t seen, Deadline deadline) noexcept {
-  const timespec time = ToTimespec(deadline);
-  const timespec* const limit = deadline == Deadline::max() ? nullptr : &time;
+  const Time time = ToTime(deadline);
+  const Time* const limit = deadline == Deadline::max() ? nullptr : &time;
   while (word == seen) {
-    // Returns early when a handler has run, and at times for no reason.
+    // Returns early when a handler has run or the word has just changed, and at times for no reason.
     const long result =
         ::syscall(SYS_futex, &word, FUTEX_WAIT_BITSET_PRIVATE, seen, limit, nullptr, FUTEX_BITSET_MATCH_ANY);
-    if (result != 0 && errno == ETIMEDOUT) return word != seen;
+    if (result != 0 && errno != EINTR && errno != EAGAIN) return word != seen;
   }
   return true;
 }
 
-void WakeAll(Word& word) noexcept { ::syscall(SYS_futex, &word, FUTEX_WAKE_PRIVATE, INT_MAX); }
-
 std::uint32_t Increment(Word& word) noexcept {
   const std::uint32_t value = word.fetch_add(1) + 1;
-  WakeAll(word);
+  ::syscall(SYS_futex, &word, FUTEX_WAKE_PRIVATE, INT_MAX);
   return value;
 }
 

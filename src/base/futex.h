@@ -13,11 +13,9 @@ using Word = std::atomic<std::uint32_t>;
 /// A moment on CLOCK_MONOTONIC.
 using Deadline = std::chrono::steady_clock::time_point;
 
-/// Waits until `word` differs from `seen` and returns true, or until `deadline` has passed and returns false.
+/// Waits until `word` differs from `seen` and returns true. Returns false when `deadline` has passed, or when the
+/// kernel refuses to wait.
 bool AwaitChange(Word& word, std::uint32_t seen, Deadline deadline = Deadline::max()) noexcept;
-
-/// Wakes all who wait for a change of `word`, which its caller has changed.
-void WakeAll(Word& word) noexcept;
 
 /// Adds one to `word`, wakes all who wait for a change of it, and returns its new value.
 std::uint32_t Increment(Word& word) noexcept;

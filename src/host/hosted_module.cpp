@@ -5,11 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "host/stop_thread.h"
-#include "registry/proc_file_manager.h"
+#include "host/module_mask.h"
 
 namespace launcher {
-
 namespace {
 
 // Runs the initialisers of a module that is not loaded yet.
@@ -28,7 +26,7 @@ void* Load(const std::string& path) {
 }  // namespace
 
 void* OpenServiceModule(const std::string& path) {
-  // What the module's initialisers write by other ways comes behind. The C library drops what cannot be written.
+  // Initialisers may write by other ways than stdio, and their lines come after these. What cannot be written is lost.
   static_cast<void>(std::fflush(stdout));
   void* const module = Load(path);
   if (module == nullptr) {
@@ -38,8 +36,8 @@ void* OpenServiceModule(const std::string& path) {
   return module;
 }
 
-decltype(&Bootstrap) FindBootstrap(const std::string& path) {
-  const auto bootstrap = reinterpret_cast<decltype(&Bootstrap)>(::dlsym(OpenServiceModule(path), "Bootstrap"));
+decltype(&Bootstrap) FindBootstrap(void* module, const std::string& path) {
+  const auto bootstrap = reinterpret_cast<decltype(&Bootstrap)>(::dlsym(module, "Bootstrap"));
   if (bootstrap == nullptr) {
     std::printf("Error: find BOOT_STRAP symbol from %s failed!\n", path.c_str());
     Fail();
@@ -47,18 +45,13 @@ decltype(&Bootstrap) FindBootstrap(const std::string& path) {
   return bootstrap;
 }
 
-int CallStopService() {
-  const std::string path = ProcFileManager::GetInstance()->GetModulePath();
-  void* const module = OpenServiceModule(path);
-  std::puts("received quit symbol");
+decltype(&StopService) FindStopService(void* module, const std::string& path) {
   const auto stopService = reinterpret_cast<decltype(&StopService)>(::dlsym(module, "StopService"));
   if (stopService == nullptr) {
     std::printf("Error: find StopService symbol from %s failed!\n", path.c_str());
     Fail();
   }
-  std::puts("stop the service ...");
-  static_cast<void>(std::fflush(stdout));
-  return RunStopService(stopService);
+  return stopService;
 }
 
 }  // namespace launcher

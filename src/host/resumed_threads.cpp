@@ -5,85 +5,70 @@
 
 #include <array>
 #include <atomic>
-#include <chrono>
-
-#include "base/futex.h"
-#include "host/termination_handler.h"
-#include "host/thread_status.h"
+#include <cerrno>
+#include <cstdlib>
+#include <utility>
 
 namespace launcher {
 namespace {
 
-using namespace std::chrono_literals;
-
 // Aligned for atomic access, which Clang would otherwise leave to a library.
 struct alignas(8) Resumed {
-  std::uint32_t thread;  // its kernel id; 0: nobody
-  std::uint32_t due;
+  pid_t thread;  // its kernel id; 0: nobody; negative: the interruption has been sent
+  std::uint32_t ticket;
 };
 using Place = std::atomic<Resumed>;
-static_assert(Place::is_always_lock_free);
+static_assert(Place::is_always_lock_free, "signal handlers use it");
 
-constinit std::array<Place, 64> g_resumed{};
-constinit Word g_interrupted{};  // the thread that an interruption is on its way to; 0: none
+constinit std::array<Place, 64> g_places{};
+// Whose place it is cannot be told by a thread's id, which a later thread may get again.
+constinit thread_local Place* t_place = nullptr;
 
 bool Replace(Place& place, Resumed from, Resumed to) noexcept { return place.compare_exchange_strong(from, to); }
 
-std::uint32_t ThisThread() noexcept { return static_cast<std::uint32_t>(::gettid()); }
-
-bool IsDue(Resumed resumed, std::uint32_t progress) noexcept {
-  return static_cast<std::int32_t>(progress - resumed.due) >= 0;
-}
-
-bool HandlerIsInPlace() noexcept {
+bool IsActionOfTermination(void (*handler)(int)) noexcept {
   struct sigaction current {};
-  return ::sigaction(SIGTERM, nullptr, &current) == 0 && current.sa_handler == handle_linux_signal;
+  return ::sigaction(SIGTERM, nullptr, &current) == 0 && current.sa_handler == handler;
 }
 
-void Interrupt(std::uint32_t thread) noexcept {
-  if (!HandlerIsInPlace()) return;
-  g_interrupted = thread;
-  const bool sent = ::tgkill(::getpid(), static_cast<pid_t>(thread), SIGTERM) == 0;
-  if (sent) AwaitChange(g_interrupted, thread, std::chrono::steady_clock::now() + 1s);
-  g_interrupted = 0;
+// Signal 0 only tells whether the thread is still there (kill(2)).
+void Send(int signalNumber, Place& place, Resumed resumed) noexcept {
+  const Resumed sent{-std::abs(resumed.thread), resumed.ticket};
+  if (!Replace(place, resumed, sent)) return;
+  if (::tgkill(::getpid(), -sent.thread, signalNumber) == 0) return;
+  Replace(place, sent, errno == ESRCH ? Resumed{} : resumed);
 }
 
 }  // namespace
 
-void RememberResumed(std::uint32_t due) noexcept {
-  const Resumed resumed{ThisThread(), due};
-  for (Place& place : g_resumed) {
-    if (Replace(place, {}, resumed)) return;
+LastRun TakeLastRun() noexcept {
+  Place* const place = std::exchange(t_place, nullptr);
+  const Resumed last = place != nullptr ? place->exchange({}) : Resumed{};
+  return {last.thread != 0, last.thread < 0, last.ticket};
+}
+
+void RememberResumed(std::uint32_t ticket) noexcept {
+  const Resumed resumed{::gettid(), ticket};
+  for (Place& place : g_places) {
+    if (!Replace(place, {}, resumed)) continue;
+    t_place = &place;
+    return;
   }
 }
 
-void ForgetResumed(std::uint32_t progress) noexcept {
-  const std::uint32_t thread = ThisThread();
-  for (Place& place : g_resumed) {
+void ForgetResumed() noexcept {
+  if (t_place == nullptr) return;
+  const Resumed resumed = *t_place;
+  if (resumed.thread > 0 && Replace(*t_place, resumed, {})) t_place = nullptr;
+}
+
+void InterruptResumed(std::uint32_t answered, void (*handler)(int)) noexcept {
+  if (!IsActionOfTermination(handler)) return;
+  for (Place& place : g_places) {
     const Resumed resumed = place;
-    if (resumed.thread == thread && IsDue(resumed, progress)) Replace(place, resumed, {});
+    if (resumed.thread == 0 || !IsAnswered(resumed.ticket, answered)) continue;
+    Send(resumed.thread > 0 ? SIGTERM : 0, place, resumed);
   }
-}
-
-bool TakeInterruption() noexcept {
-  std::uint32_t thread = ThisThread();
-  if (!g_interrupted.compare_exchange_strong(thread, 0)) return false;
-  WakeAll(g_interrupted);
-  return true;
-}
-
-bool InterruptResumed(std::uint32_t progress) noexcept {
-  bool left = false;
-  for (Place& place : g_resumed) {
-    const Resumed resumed = place;
-    if (resumed.thread == 0 || !IsDue(resumed, progress)) continue;
-    if (!IsOpenToTermination(static_cast<pid_t>(resumed.thread))) {
-      left = true;
-    } else if (Replace(place, resumed, {})) {
-      Interrupt(resumed.thread);
-    }
-  }
-  return left;
 }
 
 }  // namespace launcher

@@ -4,27 +4,38 @@
 
 namespace launcher {
 
-// The threads that SIGTERM interrupted and that went on before their stop was answered. They are interrupted once more
-// when it is, so that a loop around pause(2) looks at its condition again: a SIGTERM that is no stop.
+// The threads that SIGTERM interrupted and that went on before their stop was answered. When it is, they are
+// interrupted once more, so that a loop around pause(2) looks at its condition again: by a SIGTERM that is no stop.
 //
-// A handler cannot see from the signal whether it is an interruption or a stop. So only one interruption is on its way
-// at a time, to a thread that is open to SIGTERM at that moment. After a second it counts as lost: at worst it is taken
-// for a stop, which is better than a stop that is taken for it.
+// A handler cannot see from a signal which of the two it is. So a thread's place is marked before its interruption is
+// sent, and the next run of its handler takes the mark and counts as the interruption. If a stop comes first, it takes
+// the mark, and the interruption becomes the stop: the count is right either way, however late one of them arrives.
 
-/// In the handler, on the interrupted thread: it goes on, though its stop is answered only when the count of progress
-/// has come to `due`. Beyond 64 of these at a time, it is not interrupted again.
-void RememberResumed(std::uint32_t due) noexcept;
+/// How the calling thread left its handler the last time.
+struct LastRun {
+  bool wentOn;           // before the stop with `ticket` was answered
+  bool wasInterrupted;   // and the interruption is on its way or here
+  std::uint32_t ticket;  // with `wentOn`
+};
 
-/// In the handler, on the interrupted thread, at its end: takes back what is due at `progress`. The thread looks at its
-/// condition anyway when it returns.
-void ForgetResumed(std::uint32_t progress) noexcept;
+/// In the handler, on the interrupted thread, at its beginning: returns what the thread left behind, and forgets it.
+[[nodiscard]] LastRun TakeLastRun() noexcept;
 
-/// In the handler: whether the signal is the calling thread's interruption and no stop. Says so once.
-[[nodiscard]] bool TakeInterruption() noexcept;
+/// In the handler, on the interrupted thread, at its end: the thread goes on, though the stop with `ticket` has not
+/// been answered. Beyond 64 such threads at a time, it is not interrupted again.
+void RememberResumed(std::uint32_t ticket) noexcept;
 
-/// On the stop thread: interrupts those that are due at `progress`. It leaves out those that are gone, and all while
-/// SIGTERM has another action than our handler, which it would set off. Returns whether there are threads left that are
-/// not open to SIGTERM now and have to be looked at again.
-[[nodiscard]] bool InterruptResumed(std::uint32_t progress) noexcept;
+/// The same: takes RememberResumed back, unless the interruption has been sent.
+void ForgetResumed() noexcept;
+
+/// On the stop thread: sends their interruptions to the threads whose stops have been answered, up to that with the
+/// ticket `answered`, and does not wait for them. Sends none while SIGTERM has another action than `handler`, which it
+/// would set off. Forgets threads that have ended.
+void InterruptResumed(std::uint32_t answered, void (*handler)(int)) noexcept;
+
+/// Whether the stop with `ticket` is among those answered up to `answered`. Both counts wrap.
+[[nodiscard]] constexpr bool IsAnswered(std::uint32_t ticket, std::uint32_t answered) noexcept {
+  return static_cast<std::int32_t>(answered - ticket) >= 0;
+}
 
 }  // namespace launcher

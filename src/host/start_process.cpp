@@ -1,12 +1,16 @@
 #include "host/start_process.h"
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
+#include "base/futex.h"
 #include "host/boot_module.h"
 #include "host/hosted_module.h"
+#include "host/main_thread.h"
 #include "host/stop_thread.h"
+#include "host/termination_handler.h"
 #include "registry/proc_file_manager.h"
 
 namespace launcher {
@@ -22,21 +26,20 @@ void Register(const LaunchContext& context) {
   std::puts("WriteProcFile finish");
 }
 
-// A Bootstrap that has left its work to other threads may end by pthread_exit(3); the process then ends with the last
-// of them, as it would in a program of its own. The main thread stays until then: the stop thread would not let the
-// process end by itself, and of one without a main thread proc(5) shows no command line, by which stop mode knows it.
-int Run(decltype(&Bootstrap) bootstrap, int argc, char** argv) {
-  struct Frame {
-    bool left = false;
-    ~Frame() {  // An exception that nobody catches does not unwind the stack; pthread_exit(3) does.
-      if (left) return;
-      AwaitEndOfOtherThreads();
-      std::exit(0);
-    }
-  } frame;
-  const int result = bootstrap(argc, argv);
-  frame.left = true;
-  return result;
+// For all exit handlers together ten seconds, since nobody can know whether StopService will ever return: the caller of
+// exit(3) may hold a lock that it needs, or be the watchdog that ends a hanging stop.
+void AwaitStopsAtExit() {
+  static const Deadline end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  AwaitIdleStopThread(end);
+}
+
+// Exit handlers run in the reverse order of their registration, and the destructors of static objects with them: one
+// waits behind those of the module, one in front. Where there is no memory to register them, exit(3) does not wait.
+decltype(&Bootstrap) Load(const std::string& path) {
+  static_cast<void>(std::atexit(AwaitStopsAtExit));
+  const auto bootstrap = FindBootstrap(OpenServiceModule(path), path);
+  static_cast<void>(std::atexit(AwaitStopsAtExit));
+  return bootstrap;
 }
 
 }  // namespace
@@ -44,18 +47,14 @@ int Run(decltype(&Bootstrap) bootstrap, int argc, char** argv) {
 int StartProcess(int argc, char** argv, const LaunchContext& context) {
   const std::string path = GetBootModulePath(context);
   // Before the registry, which installs the handler: the first SIGTERM that is handled finds the thread running.
-  CreateStopThread();
+  CreateStopThread(handle_linux_signal);
   ProcFileManager::GetInstance()->SetModulePath(path);
   Register(context);
-
-  // Exit handlers run in the reverse order of their registration, and the destructors of static objects with them: one
-  // waits behind those of the module, one in front. Where there is no memory to register them, exit(3) does not wait.
-  static_cast<void>(std::atexit(AwaitAcceptedStops));
-  const auto bootstrap = FindBootstrap(path);
-  static_cast<void>(std::atexit(AwaitAcceptedStops));
-  AwaitAcceptedStops();
-  const int result = Run(bootstrap, argc, argv);
-  // Not only in exit(3), so that a StopService which calls that itself is the first to do so.
+  const auto bootstrap = Load(path);
+  KeepUntilOthersEnd();
+  AwaitIdleStopThread();
+  const int result = bootstrap(argc, argv);
+  // Before exit(3), which does not wait as long, and so that a StopService which calls it is the first to do so.
   AwaitAcceptedStops();
   return result;
 }

@@ -1,138 +1,132 @@
 #include "host/stop_thread.h"
 
 #include <pthread.h>
+#include <signal.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cstdlib>
+#include <cstdint>
 
-#include "base/futex.h"
 #include "base/signals.h"
+#include "host/forked_child.h"
+#include "host/module_mask.h"
 #include "host/resumed_threads.h"
-#include "host/termination_handler.h"
-#include "host/thread_status.h"
+#include "host/signal_answer.h"
 
 namespace launcher {
 namespace {
 
 using namespace std::chrono_literals;
 
-// Of an answer. A power of two of them, so that the count may wrap.
-enum Phase : std::uint32_t { kBefore, kInStopService, kAfter, kPhases = 4 };
-
 constinit Word g_requested{};  // stops handed over; each has the number that it made of this, its ticket
-constinit Word g_progress{};   // kPhases for each stop answered, and the Phase of the next
-constinit std::atomic<pid_t> g_stopThread{};
-constinit std::atomic<pid_t> g_process{};  // the process that has a stop thread; 0 in its children
+constinit Word g_answered{};   // the ticket of the latest stop that has been answered
+constinit std::atomic<bool> g_isCreated = false;
+void (*g_handler)(int) = nullptr;
 sigset_t g_moduleMask{};
 constinit thread_local bool t_isStopThread = false;
-
-// A child may have its parent's id, in a pid namespace of its own; one that was not made by fork(3) runs no handlers of
-// pthread_atfork(3). One of the two tells, but for a child that is both.
-bool HasStopThread() noexcept { return g_process == ::getpid(); }
-
-bool IsStopThread() noexcept { return t_isStopThread && HasStopThread(); }
+constinit thread_local Deadline t_goesOnUntil{};  // the thread does not wait in its handler
 
 Deadline In(std::chrono::milliseconds time) noexcept { return std::chrono::steady_clock::now() + time; }
 
-bool IsAnswered(std::uint32_t ticket, std::uint32_t progress) noexcept {
-  return static_cast<std::int32_t>(progress - kPhases * ticket) >= 0;
-}
+bool HasPassed(Deadline deadline) noexcept { return std::chrono::steady_clock::now() >= deadline; }
 
-// On the interrupted thread, in its signal handler. False: it has to go on without.
-bool AwaitAnswer(std::uint32_t ticket) noexcept {
-  const Deadline end = In(1s);
-  std::uint32_t progress = g_progress;
-  while (!IsAnswered(ticket, progress)) {
-    const bool inStopService = progress % kPhases == kInStopService;
-    if (!AwaitChange(g_progress, progress, inStopService ? end : std::min(end, In(100ms)))) return false;
-    progress = g_progress;
+// Returns whether the stop with `ticket` has been answered. Waits for that until `deadline`.
+bool AwaitAnswer(std::uint32_t ticket, Deadline deadline) noexcept {
+  std::uint32_t answered = g_answered;
+  while (!IsAnswered(ticket, answered)) {
+    if (!AwaitChange(g_answered, answered, deadline)) return false;
+    answered = g_answered;
   }
   return true;
 }
 
-void AnswerNext(std::uint32_t ticket) noexcept {
-  AnswerSignal(SIGTERM);
-  if (!HasStopThread()) std::_Exit(0);  // A process that an initialiser forked off, and that returned from it.
-  // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
-  if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
-  g_progress = kPhases * ticket;
-  WakeAll(g_progress);
+// The same for an interrupted thread, which may hold what the answer needs.
+bool AwaitAnswerBriefly(std::uint32_t ticket) noexcept {
+  const Deadline end = In(1s);
+  do {
+    if (AwaitAnswer(ticket, std::min(end, In(50ms)))) return true;
+  } while (IsStopServiceRunning() && !HasPassed(end));
+  return false;
+}
+
+bool IsTerminationPending() noexcept {
+  sigset_t pending;
+  return ::sigpending(&pending) == 0 && sigismember(&pending, SIGTERM) == 1;
+}
+
+// The interrupted thread goes on before its stop has been answered.
+void GoOn(std::uint32_t ticket) noexcept {
+  RememberResumed(ticket);
+  // The answer may have come before the stop thread could see who is to be interrupted.
+  if (IsAnswered(ticket, g_answered)) ForgetResumed();
+}
+
+void AwaitOrGoOn(std::uint32_t ticket) noexcept {
+  if (!HasPassed(t_goesOnUntil)) return GoOn(ticket);
+  const bool answered = AwaitAnswerBriefly(ticket);
+  // What has come while the thread waited interrupts it again before it has executed anything of its own.
+  if (!answered || IsTerminationPending()) t_goesOnUntil = In(1s);
+  if (!answered) GoOn(ticket);
 }
 
 void* RunStopThread(void* /*unused*/) noexcept {
   t_isStopThread = true;
-  g_stopThread = ::gettid();
-  for (std::uint32_t answered = 0;;) {
-    if (g_requested != answered) AnswerNext(++answered);
-    const bool lookAgain = InterruptResumed(g_progress);
-    AwaitChange(g_requested, answered, lookAgain ? In(100ms) : Deadline::max());
+  UseModuleMask(g_moduleMask);
+  for (;;) {
+    if (!AwaitChange(g_requested, g_answered)) continue;
+    AnswerSignal(SIGTERM);
+    // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
+    if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
+    InterruptResumed(Increment(g_answered), g_handler);
   }
 }
 
+bool IsStopThreadElsewhere() noexcept { return HasStopThread() && !t_isStopThread; }
+
 }  // namespace
 
-void CreateStopThread() noexcept {
+void CreateStopThread(void (*handler)(int)) noexcept {
+  NoticeForks();
+  g_handler = handler;
   ::pthread_sigmask(SIG_SETMASK, nullptr, &g_moduleMask);
   sigaddset(&g_moduleMask, SIGTERM);
   sigset_t everySignal;
   sigfillset(&everySignal);
   // None of these calls but the creation can fail with what they are given, except for want of memory.
-  ::pthread_atfork(nullptr, nullptr, [] { g_process = 0; });
   pthread_attr_t attributes;
   ::pthread_attr_init(&attributes);
   ::pthread_attr_setsigmask_np(&attributes, &everySignal);
   pthread_t thread{};
-  if (::pthread_create(&thread, &attributes, RunStopThread, nullptr) == 0) g_process = ::getpid();
+  g_isCreated = ::pthread_create(&thread, &attributes, RunStopThread, nullptr) == 0;
   ::pthread_attr_destroy(&attributes);
 }
 
+bool HasStopThread() noexcept { return g_isCreated && !IsForkedChild(); }
+
 bool HandOverStop() noexcept {
   if (!HasStopThread()) return false;
-  if (TakeInterruption()) return true;
-  const std::uint32_t ticket = Increment(g_requested);
-  // A StopService that unblocked SIGTERM may find itself here, on the stop thread, which must not wait for itself.
-  if (!IsStopThread() && !AwaitAnswer(ticket)) RememberResumed(kPhases * ticket);
-  ForgetResumed(g_progress);  // After it was remembered: the stop may have been answered in between.
+  const LastRun last = TakeLastRun();
+  if (last.wasInterrupted) return true;
+  const std::uint32_t answered = g_answered;
+  const bool isUnanswered = last.wentOn && !IsAnswered(last.ticket, answered);
+  const bool isToBegin = isUnanswered && last.ticket != answered + 1;  // The next one may have begun.
+  const std::uint32_t ticket = isToBegin ? last.ticket : Increment(g_requested);
+  if (isUnanswered) {
+    GoOn(ticket);
+  } else if (!t_isStopThread) {  // A StopService that unblocked SIGTERM must not wait for itself.
+    AwaitOrGoOn(ticket);
+  }
   return true;
 }
 
-int RunStopService(decltype(&StopService) stopService) {
-  if (!IsStopThread()) return stopService();
-  const ModuleMask mask;
-  Increment(g_progress);
-  const int result = stopService();
-  if (!HasStopThread()) std::_Exit(result);
-  Increment(g_progress);
-  return result;
-}
-
-ModuleMask::ModuleMask() noexcept {
-  if (!IsStopThread()) return;
-  // A line of ours into a closed pipe leaves SIGPIPE pending here, which would end the process as soon as unblocked.
-  while (TakePending(SIGPIPE)) continue;
-  ::pthread_sigmask(SIG_SETMASK, &g_moduleMask, &ownMask_);
-}
-
-ModuleMask::~ModuleMask() {
-  if (IsStopThread()) ::pthread_sigmask(SIG_SETMASK, &ownMask_, nullptr);
-}
-
 void AwaitAcceptedStops() noexcept {
-  while (HasStopThread() && !t_isStopThread) {
-    const std::uint32_t progress = g_progress;
-    if (progress == kPhases * g_requested) return;
-    AwaitChange(g_progress, progress, In(100ms));
-    // Whoever calls exit(3) with a lock in its hands that the stop needs would wait for ever. Since glibc 2.41 exit(3)
-    // has one itself, which StopService needs to call it too.
-    if (IsBlockedByCaller(g_stopThread)) return;
-  }
+  if (IsStopThreadElsewhere()) AwaitAnswer(g_requested, Deadline::max());
 }
 
-void AwaitEndOfOtherThreads() noexcept {
-  while (CountThreads() != (HasStopThread() ? 2 : 1)) ::usleep(100'000);
+void AwaitIdleStopThread(Deadline deadline) noexcept {
+  while (IsStopThreadElsewhere() && g_answered != g_requested && AwaitAnswer(g_requested, deadline)) continue;
 }
 
 }  // namespace launcher

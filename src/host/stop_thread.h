@@ -1,7 +1,6 @@
 #pragma once
 
-#include <launcher/service_module.h>
-#include <signal.h>
+#include "base/futex.h"
 
 namespace launcher {
 
@@ -16,48 +15,37 @@ namespace launcher {
 //
 // - Every stop handed over is answered once; answers follow one another in the order of the signals.
 // - The interrupted thread stays in its handler until its stop has been answered, so that the code which it returns to
-//   sees what `StopService` did. It stays for at most one second, and for a tenth of one while the stop thread gets
-//   nowhere outside of `StopService`: then it holds a lock that the stop thread needs. A thread that goes on is
-//   interrupted once more when its stop has been answered (resumed_threads.h).
+//   sees what `StopService` did. Nobody can know whether it holds a lock that the answer needs, so it goes on after a
+//   second, and after a twentieth of one while `StopService` does not run: the launcher itself takes locks for microseconds
+//   only. It is interrupted once more when its stop has been answered (resumed_threads.h).
+// - However many signals come, the interrupted thread has time of its own. One that went on does not wait again until
+//   its stop has been answered. One that went on, or for which more has come while it waited, does not wait within the
+//   next second. And as with the kernel's own pending signals, what comes to a thread that went on counts as the stop
+//   that it has handed over before, as long as that one is still to begin.
 // - No signal is blocked on any other thread, and none but SIGPIPE is lost on this one: the launcher's lines into a
 //   closed pipe do not end a service that is yet to be stopped.
 // - A forked process has no such thread, and HandOverStop says so there.
 
-/// Creates the thread, which from then on calls AnswerSignal for each stop handed over. Once each process, on the main
-/// thread, before the first HandOverStop. If it cannot be created, the signal handler answers: better than no service.
-void CreateStopThread() noexcept;
+/// Creates the thread, which from then on calls AnswerSignal for each stop handed over. `handler` is the signal handler
+/// that calls HandOverStop. Once each process, on the main thread, before the first HandOverStop. If the thread cannot
+/// be created, the signal handler answers: better than no service.
+void CreateStopThread(void (*handler)(int)) noexcept;
+
+/// Whether the stop thread is in this process: it could be created, and this is no forked child. Any thread, also in a
+/// signal handler.
+[[nodiscard]] bool HasStopThread() noexcept;
 
 /// For the signal handler, on whichever thread it runs; makes no call that is unsafe there, and may change `errno`.
 /// True: the stop is the stop thread's, or the signal was that thread's own interruption; nothing is left to do. False:
 /// there is no stop thread in this process, and the caller has to answer itself.
 [[nodiscard]] bool HandOverStop() noexcept;
 
-/// Within AnswerSignal: calls `stopService` under the mask that a ModuleMask sets, and returns its result. A process
-/// that was forked off within the call and returns from it ends with that result, as by _exit(2): it has nothing else
-/// to do. On other threads it is a plain call.
-int RunStopService(decltype(&StopService) stopService);
+// Both of these return at once where nobody else would answer: on the stop thread, and where there is none.
 
-/// For the module's other code within AnswerSignal: while one of these lives, the stop thread has the signal mask with
-/// which the launcher was started, and SIGTERM, so that what the module starts inherits no other. Does nothing on other
-/// threads.
-class ModuleMask {
- public:
-  ModuleMask() noexcept;
-  ModuleMask(const ModuleMask&) = delete;
-  ModuleMask& operator=(const ModuleMask&) = delete;
-  ~ModuleMask();
-
- private:
-  sigset_t ownMask_{};
-};
-
-/// Waits, without limit, until every stop handed over so far and meanwhile has been answered. Returns at once where
-/// nobody else would answer: on the stop thread and in a process that has none. Returns early when the stop thread
-/// waits for a lock that the caller holds.
+/// Waits until the stops that have been handed over by now are answered, however long that takes.
 void AwaitAcceptedStops() noexcept;
 
-/// Waits, without limit, until no threads are left but the calling one and the stop thread. Where proc(5) is not
-/// mounted nobody can see that, and it does not return.
-void AwaitEndOfOtherThreads() noexcept;
+/// Waits until no stop is left to answer, those that come meanwhile included, or until `deadline` has passed.
+void AwaitIdleStopThread(Deadline deadline = Deadline::max()) noexcept;
 
 }  // namespace launcher

@@ -1,0 +1,39 @@
+#include "host/main_thread.h"
+
+#include <pthread.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "host/stop_thread.h"
+
+namespace launcher {
+namespace {
+
+// 0 where the system does not tell.
+std::uint64_t CountThreads() noexcept {
+  struct stat tasks {};
+  // A link for each, and a directory's own two.
+  return ::stat("/proc/self/task", &tasks) == 0 ? tasks.st_nlink - 2 : 0;
+}
+
+void EndWithOthers(void* /*unused*/) {
+  while (CountThreads() != (HasStopThread() ? 2 : 1)) ::usleep(100'000);
+  AwaitAcceptedStops();
+  std::exit(0);
+}
+
+}  // namespace
+
+// The stop thread would not let the process end by itself, and of a process without a main thread proc(5) shows no
+// command line, by which stop mode knows it. A key's destructor runs at pthread_exit(3) even where the stack cannot be
+// unwound. Of the first keys the C library has always room for the values.
+void KeepUntilOthersEnd() noexcept {
+  pthread_key_t key{};
+  static char notNull = 0;
+  if (::pthread_key_create(&key, EndWithOthers) == 0) ::pthread_setspecific(key, &notNull);
+}
+
+}  // namespace launcher

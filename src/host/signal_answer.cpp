@@ -1,0 +1,52 @@
+#include "host/signal_answer.h"
+
+#include <signal.h>
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "host/forked_child.h"
+#include "host/hosted_module.h"
+#include "host/module_mask.h"
+#include "registry/proc_file_manager.h"
+
+namespace launcher {
+namespace {
+
+constinit std::atomic<bool> g_stopServiceRuns = false;
+
+int Run(decltype(&StopService) stopService) {
+  const ModuleMask mask;
+  g_stopServiceRuns = true;
+  const int result = stopService();
+  g_stopServiceRuns = false;
+  return result;
+}
+
+int CallStopService() {
+  const bool wasChild = IsForkedChild();
+  const std::string path = ProcFileManager::GetInstance()->GetModulePath();
+  void* const module = OpenServiceModule(path);
+  std::puts("received quit symbol");
+  const auto stopService = FindStopService(module, path);
+  std::puts("stop the service ...");
+  static_cast<void>(std::fflush(stdout));
+  const int result = Run(stopService);
+  // The child's one thread has nothing to return to: the rest of the answer is its parent's.
+  if (IsForkedChild() != wasChild) std::_Exit(result);
+  return result;
+}
+
+}  // namespace
+
+void AnswerSignal(int signalNumber) {
+  std::printf("received signal symbol %d\n", signalNumber);
+  if (signalNumber == SIGTERM && CallStopService() != 0) std::printf("handle_linux_signal failed.");
+  static_cast<void>(std::fflush(stdout));
+}
+
+bool IsStopServiceRunning() noexcept { return g_stopServiceRuns; }
+
+}  // namespace launcher
