@@ -14,14 +14,12 @@ import statistics
 import subprocess
 import sys
 import tempfile
-import time
 
 BUILD = pathlib.Path(sys.argv[1]).resolve()
 BENCH = BUILD / "bench"
 LAUNCHER, EMPTY, FLOOR = BUILD / "src/launcher", BENCH / "empty", BENCH / "floor"
 ENVIRONMENT = {"PATH": os.environ["PATH"], "LD_LIBRARY_PATH": str(BENCH), "NORV_ROOT": "."}
 RECORD = pathlib.Path("var/oss_tmp/svc_0.pid")
-STARTS, STOPS, SUPERVISED_STOPS = 400, 400, 20
 DELIVERY_RUNS = 8  # of 250 deliveries each
 
 
@@ -45,80 +43,32 @@ def instructions(command):
     return int(re.search(r"Collected : (\d+)", counted.stderr)[1])
 
 
-def run_time(command):
-    """Microseconds from before its creation until a process has been reaped."""
-    actions = [(os.POSIX_SPAWN_OPEN, fd, "/dev/null", os.O_RDWR, 0) for fd in (0, 1, 2)]
-    begin = time.monotonic_ns()
-    os.waitpid(os.posix_spawnp(str(command[0]), [str(word) for word in command], ENVIRONMENT, file_actions=actions), 0)
-    return (time.monotonic_ns() - begin) / 1000
-
-
-def time_to_bootstrap(command):
-    """Microseconds from before the creation of a process until its module's Bootstrap."""
-    begin = time.monotonic_ns()
-    return (int(run(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE).stderr) - begin) / 1000
-
-
-def compare(measure, commands, times, prepare=None):
-    """The median of each command over `times` rounds of all of them."""
-    values = {name: [] for name in commands}
-    for _ in range(times):
-        for name, command in commands.items():
-            if prepare is not None:
-                prepare()
-            values[name].append(measure(command))
-    return {name: statistics.median(measured) for name, measured in values.items()}
+def table_of_instructions(title, counts):
+    first = next(iter(counts.values()))
+    table(title, ["program", "instructions", "ratio"],
+          [(name, count, f"{count / first:.3f}") for name, count in counts.items()])
 
 
 def start():
-    commands = {"floor": [FLOOR, "libservice.so", "once"], "launcher": hosted("once")}
-    medians = compare(time_to_bootstrap, commands, STARTS)
-    counts = {name: instructions(command) for name, command in commands.items()}
-    table(f"Start: to Bootstrap, median of {STARTS}; instructions of the whole process, whose Bootstrap returns at "
-          "once", ["program", "microseconds", "ratio", "instructions", "ratio"],
-          [(name, f"{medians[name]:.0f}", f"{medians[name] / medians['floor']:.2f}", counts[name],
-            f"{counts[name] / counts['floor']:.3f}") for name in commands])
-
-
-def supervised_stop():
-    """The median time of `supervisorctl stop` of a process that ends at once."""
-    pathlib.Path("supervisord.conf").write_text(
-        "[supervisord]\nnodaemon=true\n[unix_http_server]\nfile=%(here)s/socket\n[supervisorctl]\n"
-        "serverurl=unix://%(here)s/socket\n[rpcinterface:supervisor]\n"
-        "supervisor.rpcinterface_factory = supervisor.rpcinterface:make_main_rpcinterface\n"
-        "[program:svc]\ncommand=sleep 1000\nstartsecs=0\n", encoding="utf-8")
-    control = ["supervisorctl", "-c", "supervisord.conf"]
-    with subprocess.Popen(["supervisord", "-c", "supervisord.conf"], stdout=subprocess.DEVNULL) as daemon:
-        try:
-            while run([*control, "pid"], capture_output=True).returncode != 0:
-                time.sleep(0.1)
-            prepare = functools.partial(run, [*control, "start", "svc"], capture_output=True)
-            return compare(run_time, {"stop": [*control, "stop", "svc"]}, SUPERVISED_STOPS, prepare)["stop"]
-        finally:
-            daemon.terminate()
+    table_of_instructions("Start: the whole process, whose Bootstrap returns at once", {
+        "floor": instructions([FLOOR, "libservice.so", "once"]), "launcher": instructions(hosted("once"))})
 
 
 def stop():
     """Of a process that ignores SIGTERM, so that one will do for all stops."""
+    def counted(command):
+        RECORD.write_text(str(target.pid), encoding="utf-8")
+        return instructions(command)
+
     ignore = functools.partial(signal.signal, signal.SIGTERM, signal.SIG_IGN)
     with subprocess.Popen(["svc", "1000"], executable="/bin/sleep", preexec_fn=ignore) as target:
-        prepare = functools.partial(RECORD.write_text, str(target.pid), encoding="utf-8")
         pathlib.Path("svc").symlink_to(LAUNCHER)
-        commands = {"empty program": [EMPTY], "launcher without a record": ["./svc", "-p=1", "-s=stop"],
-                    "launcher": ["./svc", "-s=stop"],
-                    "start-stop-daemon": ["start-stop-daemon", "--stop", "--pidfile", RECORD.resolve(), "--exec",
-                                          pathlib.Path("/bin/sleep").resolve()]}
-        medians = compare(run_time, commands, STOPS, prepare)
-        counts = {}
-        for name, command in commands.items():
-            prepare()
-            counts[name] = instructions(command)
+        table_of_instructions("Stop: the whole process", {
+            "empty program": counted([EMPTY]), "launcher without a record": counted(["./svc", "-p=1", "-s=stop"]),
+            "launcher": counted(["./svc", "-s=stop"]),
+            "start-stop-daemon": counted(["start-stop-daemon", "--stop", "--pidfile", RECORD.resolve(), "--exec",
+                                          pathlib.Path("/bin/sleep").resolve()])})
         target.kill()
-    medians["supervisorctl"] = supervised_stop()
-    table(f"Stop: whole process, median of {STOPS} ({SUPERVISED_STOPS} for supervisorctl, which waits until the "
-          "process has ended)", ["program", "microseconds", "ratio", "instructions", "ratio"],
-          [(name, f"{medians[name]:.0f}", f"{medians[name] / medians['empty program']:.2f}", counts.get(name, "-"),
-            f"{counts[name] / counts['empty program']:.3f}" if name in counts else "-") for name in medians])
 
 
 def deliver(command):
@@ -169,9 +119,9 @@ def hosting():
     for task in rounds[0]["floor"]:
         floor, launcher = (statistics.median(measured[name][task] for measured in rounds) for name in commands)
         rows.append((task + ", ns", f"{floor:.1f}", f"{launcher:.1f}", f"{launcher / floor:.2f}"))
-    memory = compare(peak_memory, {"floor": [FLOOR, "libservice.so", "wait"], "launcher": hosted("wait")}, 9)
-    rows.append(("peak memory of an idle service, KiB", *memory.values(),
-                 f"{memory['launcher'] / memory['floor']:.2f}"))
+    floor, launcher = (statistics.median(peak_memory(command) for _ in range(9))
+                       for command in ([FLOOR, "libservice.so", "wait"], hosted("wait")))
+    rows.append(("peak memory of an idle service, KiB", floor, launcher, f"{launcher / floor:.2f}"))
     table("Hosting: the same module in either host, median of 9 (CPU time)",
           ["work", "floor", "launcher", "ratio"], rows)
 

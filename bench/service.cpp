@@ -78,12 +78,6 @@ int Busy() {
   return DeliverAll();
 }
 
-// Says when it was called, and returns at once.
-int Once() {
-  Report(Now());
-  return 0;
-}
-
 // Says that it is there, and returns when it has been stopped.
 int Wait() {
   BlockTermination();
@@ -100,7 +94,7 @@ int Bootstrap(int argc, char** argv) {
   const std::string_view work = argv[argc - 1];
   if (work == "idle") return Idle();
   if (work == "busy") return Busy();
-  return work == "wait" ? Wait() : Once();
+  return work == "wait" ? Wait() : 0;
 }
 
 int StopService() {

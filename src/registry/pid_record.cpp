@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstddef>
 #include <memory>
 
@@ -38,10 +39,10 @@ void WritePidRecord(const std::string& path, int pid) {
 
 int ReadPidRecord(const std::string& path) {
   const UniqueFd file(::open(path.c_str(), O_RDONLY | kOpenFlags));
-  const auto text = std::make_unique_for_overwrite<char[]>(kTooLong);
+  const auto text = std::make_unique_for_overwrite<std::array<char, kTooLong>>();
   // Once only: a second read could go on in the number that another start has meanwhile written in its place.
-  const ssize_t size = ::read(file.Get(), text.get(), kTooLong);
-  return size > 0 && size < kTooLong ? NearestInt({text.get(), static_cast<std::size_t>(size)}) : 0;
+  const ssize_t size = ::read(file.Get(), text->data(), text->size());
+  return size > 0 && size < kTooLong ? NearestInt({text->data(), static_cast<std::size_t>(size)}) : 0;
 }
 
 }  // namespace launcher
