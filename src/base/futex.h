@@ -1,17 +1,15 @@
 #pragma once
 
 #include <atomic>
-#include <chrono>
 #include <cstdint>
+
+#include "base/deadline.h"
 
 namespace launcher {
 
 /// A word to wait at, which signal handlers may use too: all of this is system calls and lock-free operations, where
 /// std::atomic has no timed wait and its untimed one makes no promise for handlers. May change `errno`.
 using Word = std::atomic<std::uint32_t>;
-
-/// A moment on CLOCK_MONOTONIC.
-using Deadline = std::chrono::steady_clock::time_point;
 
 /// Waits until `word` differs from `seen` and returns true. Returns false when `deadline` has passed, or when the
 /// kernel refuses to wait.

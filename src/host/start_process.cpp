@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "base/futex.h"
+#include "base/deadline.h"
 #include "host/boot_module.h"
 #include "host/hosted_module.h"
 #include "host/main_thread.h"
@@ -29,7 +29,7 @@ void Register(const LaunchContext& context) {
 // For all exit handlers together ten seconds, since nobody can know whether StopService will ever return: the caller of
 // exit(3) may hold a lock that it needs, or be the watchdog that ends a hanging stop.
 void AwaitStopsAtExit() {
-  static const Deadline end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  static const Deadline end = In(std::chrono::seconds(10));
   AwaitIdleStopThread(end);
 }
 

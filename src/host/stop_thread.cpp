@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdint>
 
+#include "base/futex.h"
 #include "base/signals.h"
 #include "host/forked_child.h"
 #include "host/module_mask.h"
@@ -27,10 +28,6 @@ void (*g_handler)(int) = nullptr;
 sigset_t g_moduleMask{};
 constinit thread_local bool t_isStopThread = false;
 constinit thread_local Deadline t_goesOnUntil{};  // the thread does not wait in its handler
-
-Deadline In(std::chrono::milliseconds time) noexcept { return std::chrono::steady_clock::now() + time; }
-
-bool HasPassed(Deadline deadline) noexcept { return std::chrono::steady_clock::now() >= deadline; }
 
 // Returns whether the stop with `ticket` has been answered. Waits for that until `deadline`.
 bool AwaitAnswer(std::uint32_t ticket, Deadline deadline) noexcept {
