@@ -8,7 +8,7 @@
 namespace {
 
 struct Row {
-  std::string name, variables, program, arguments, expected;  // `program` is argv[0]
+  std::string name, variables, arguments, expected, program = "svc";  // `program` is argv[0]
 };
 
 void PrintTo(const Row& row, std::ostream* out) { *out << row.program << " " << row.arguments; }
@@ -16,12 +16,14 @@ void PrintTo(const Row& row, std::ostream* out) { *out << row.program << " " << 
 struct Process : Scratch, testing::WithParamInterface<Row> {};
 
 // All that the launcher prints, its own id as PID, and its exit status or minus the number of the signal that ended it.
-// Variables and arguments are shell text. The launcher does not outlive the test.
+// Variables and arguments are shell text; those for the module `probe` begin with -do=. The launcher does not outlive
+// the test.
 std::string Transcript(const Row& row) {
   const std::string shell = "echo $$; mkdir -p var/oss_tmp; ln -sf " LAUNCHER
                             " svc; export _APP_SHARE_DIR=./var/oss_tmp LD_LIBRARY_PATH=" FIXTURES
                             " ASAN_OPTIONS=verify_asan_link_order=0 TSAN_OPTIONS=atexit_sleep_ms=0 " +
-                            row.variables + "\nexec -a " + row.program + " " LAUNCHER " " + row.arguments;
+                            row.variables + "\nexec -a " + row.program + " " LAUNCHER " " +
+                            (row.arguments.starts_with("-do=") ? "-boot=probe " : "") + row.arguments;
   std::FILE* const process = popen(("exec env -i setpriv --pdeathsig KILL bash -c '" + shell + "'").c_str(), "r");
   std::string output;
   for (int byte = 0; (byte = std::fgetc(process)) != EOF;) output += static_cast<char>(byte);
@@ -49,128 +51,121 @@ const std::string stopping = "strProcFilePath:./svc\nstrStdDir ., strStdExeName 
 const std::string found = stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:PID\n1 process need to stop ...\n"
                           "stop process pid:PID:(procName:svc, procHandle:0) ...\n";
 const std::string gone = stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:2147483647\n";
+const std::string notVerified =
+    gone + "[VerifyProcNameByProcessID]verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n";
+const std::string recorded = "; echo 2147483647 >var/oss_tmp/svc_0.pid";
 const std::string nobody = "0 process need to stop ...\n[0]";
 
 // The module does the words of -do, and at each stop those of ON_STOP.
 const Row rows[] = {
-    {"DumpMap", "", "svc", "-s=dumpMap -s=stop", named + "todo dumpMap...[0]"},
-    {"DumpStack", "", "svc", "x - -s dumpStack", named + "ignore param x!param  invalid!todo dumpStack...[0]"},
-    {"UnknownMode", "", "svc", "-s=%n", named + "Error: s param %n unknow![255]"},
+    {"DumpMap", "", "-s=dumpMap -s=stop", named + "todo dumpMap...[0]"},
+    {"DumpStack", "", "x - -s dumpStack", named + "ignore param x!param  invalid!todo dumpStack...[0]"},
+    {"UnknownMode", "", "-s=%n", named + "Error: s param %n unknow![255]"},
 
-    {"Arguments", "", "java", "-Dprocname=12 -boot probe x", "strProcFilePath:java\nstrStdDir , strStdExeName java\n" +
-     pidDir + "startParam: 12 12 : PID\nwrite ./var/oss_tmp/12_12.pid : iOSProcessID:PID\nWriteProcFile finish\n"
-     "-Dprocname=12|-boot|probe|x|[5]"},
-    {"DefaultModule", "", "svc", "-boot=", named + "process get --boot para failed!  try to use default module tresk.\n"
+    {"Arguments", "", "-Dprocname=12 -boot probe x", "strProcFilePath:java\nstrStdDir , strStdExeName java\n" + pidDir +
+     "startParam: 12 12 : PID\nwrite ./var/oss_tmp/12_12.pid : iOSProcessID:PID\nWriteProcFile finish\n"
+     "-Dprocname=12|-boot|probe|x|[5]", "java"},
+    {"DefaultModule", "", "-boot=", named + "process get --boot para failed!  try to use default module tresk.\n"
      + written + "WriteProcFile finish\nopen libtresk.so failed:libtresk.so: cannot open shared object file: "
      "No such file or directory\n[255]"},
-    {"NoBootstrap", "", "svc", "-boot=faults",
-     started + "Error: find BOOT_STRAP symbol from libfaults.so failed!\n[255]"},
-    {"NoDirectory", "; unset _APP_SHARE_DIR", "svc", "-boot=no_such", named +
+    {"NoBootstrap", "", "-boot=faults", started + "Error: find BOOT_STRAP symbol from libfaults.so failed!\n[255]"},
+    {"NoDirectory", "; unset _APP_SHARE_DIR", "-boot=no_such", named +
      "Error: NORV_ROOT/APP_ROOT env not found!\nstartParam: svc 0 : PID\nwrite svc_0.pid : iOSProcessID:PID\n"
      "WriteProcFile finish\nopen libno_such.so failed:libno_such.so: cannot open shared object file: "
      "No such file or directory\n[255]"},
-    {"NoProcessId", faults + "NO_PID=1", "svc", "-boot=probe", named + pidDir + "startParam: svc 0 : 0\n"
+    {"NoProcessId", faults + "NO_PID=1", "-boot=probe", named + pidDir + "startParam: svc 0 : 0\n"
      "Error: write proc name handle svc 0 but osprocid 0 invalid!\nError: write svc 0 : 0 failed!\n[255]"},
-    {"NoMemoryToWrite", faults + "NO_MEMORY_FOR=.pid", "svc", "-boot=probe", named + written +
+    {"NoMemoryToWrite", faults + "NO_MEMORY_FOR=.pid", "-boot=probe", named + written +
      "Error: write proc name handle svc 0 osprocid PID failed!\nError: write svc 0 : PID failed!\n[255]"},
 
     // Every SIGTERM is answered once, whatever the interrupted threads are at, and however many there are.
-    {"TwoStops", "", "svc", "-boot=probe -do=raise,await,print,raise,await,print",
+    {"TwoStops", "", "-do=raise,await,print,raise,await,print",
      started + answer + "stops 1\n" + answer + "stops 2\n[0]"},
-    {"ThousandStops", "", "svc", "-boot=probe -do=raise_many_times | grep -c ^stop", "1000\n[0]"},
-    {"CrowdOfThreads", "ON_STOP=hold,hold_until_main_sleeps", "svc",
-     "-boot=probe -do=raise_on_many_threads,raise_on_many_threads,hold_again,raise,release,sleep_until_signal",
+    {"ThousandStops", "", "-do=raise_many_times | grep -c ^stop", "1000\n[0]"},
+    {"CrowdOfThreads", "ON_STOP=hold,hold_until_main_sleeps",
+     "-do=raise_on_many_threads,raise_on_many_threads,hold_again,raise,release,sleep_open",
      started + twenty + twenty + twenty + twenty + twenty + twenty + twenty + twenty + served},
-    {"LocksInUse", "GLIBC_TUNABLES=glibc.malloc.arena_max=1 ON_STOP=lock,unlock,allocate", "svc",
-     "-boot=probe -do=raise_under_fire", started + twenty + "[0]"},
-    {"RaisedByStop", "ON_STOP=raise_a_second_time", "svc", "-boot=probe -do=raise,await", started + answer + served},
+    {"LocksInUse", "GLIBC_TUNABLES=glibc.malloc.arena_max=1 ON_STOP=lock,unlock,allocate", "-do=raise_under_fire",
+     started + twenty + "[0]"},
+    {"RaisedByStop", "ON_STOP=raise_a_second_time", "-do=raise,await", started + answer + served},
     // The second and the third come while the first is being answered, to a thread that does not wait for it.
-    {"PendingCountsOnce", "ON_STOP=hold", "svc", "-boot=probe -do=raise,raise,raise,release", started + answer + served},
+    {"PendingCountsOnce", "ON_STOP=hold", "-do=raise,raise,raise,release", started + answer + served},
     // The thread is interrupted once more when it sleeps in this way again.
-    {"OpenInOneCallOnly", "ON_STOP=hold", "svc", "-boot=probe "
-     "-do=block,raise,sleep_open_to_termination,release,await,sleep,sleep_open_to_termination,print",
+    {"OpenInOneCallOnly", "ON_STOP=hold", "-do=block,raise,sleep_open,release,await,sleep,sleep_open,print",
      started + answer + "stops 1\n[0]"},
 
     // The interrupted thread finds the stop done, if it can wait for it. If not, it is interrupted again.
-    {"FoundDone", "ON_STOP=interrupt,sleep", "svc", "-boot=probe -do=raise_to_find_stop_done >/dev/null", "[0]"},
-    {"LocksHeld", "ON_STOP=lock,unlock", "svc",
-     "-boot=probe -do=lock,lock_output,raise,print,unlock_output,unlock,await", started + "stops 0\n" + answer + "[0]"},
-    {"WokenWhenDone", "ON_STOP=hold,hold_until_main_sleeps", "svc",
-     "-boot=probe -do=raise,release,sleep_until_signal,print", started + answer + "stops 1\n[0]"},
-    {"OwnHandlerIsNotSetOff", "ON_STOP=own_handler,hold", "svc", "-boot=probe -do=raise,release,await,sleep",
-     started + served},
+    {"FoundDone", "ON_STOP=interrupt,sleep", "-do=raise_to_find_stop_done >/dev/null", "[0]"},
+    {"LocksHeld", "ON_STOP=lock,unlock", "-do=lock,lock_output,raise,print,unlock_output,unlock,await",
+     started + "stops 0\n" + answer + "[0]"},
+    {"WokenWhenDone", "ON_STOP=hold,hold_until_main_sleeps", "-do=raise,release,sleep_open,print",
+     started + answer + "stops 1\n[0]"},
+    {"OwnHandlerIsNotSetOff", "ON_STOP=own_handler,hold", "-do=raise,release,await,sleep", started + served},
 
     // It has time of its own while signals come all the time, and the process ends.
-    {"StreamAgainstLocks", "ON_STOP=lock,allocate,unlock", "svc", "-boot=probe -do=stream,work_with_locks >/dev/null",
-     "[0]"},
-    {"StreamOfSlowStops", "ON_STOP=sleep", "svc", "-boot=probe -do=stream,await >/dev/null", "[0]"},
+    {"StreamAgainstLocks", "ON_STOP=lock,allocate,unlock", "-do=stream,work_with_locks >/dev/null", "[0]"},
+    {"StreamOfSlowStops", "ON_STOP=sleep", "-do=stream,await >/dev/null", "[0]"},
 
     // A stop that has come is finished before Bootstrap begins and before the process ends.
-    {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1 ON_STOP=sleep", "svc", "-boot=probe -do=print",
-     started + answer + "stops 1\n[0]"},
-    {"WhileLoading", "RAISE_WHILE_LOADING=1 ON_STOP=sleep", "svc", "-boot=probe -do=print",
-     started + answer + "stops 1\n[0]"},
-    {"BootstrapReturns", "ON_STOP=hold,sleep,print", "svc", "-boot=probe -do=notice_exit,raise,release",
+    {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1 ON_STOP=sleep", "-do=print", started + answer + "stops 1\n[0]"},
+    {"WhileLoading", "RAISE_WHILE_LOADING=1 ON_STOP=sleep", "-do=print", started + answer + "stops 1\n[0]"},
+    {"BootstrapReturns", "ON_STOP=hold,sleep,print", "-do=notice_exit,raise,release",
      started + answer + "stops 0\ndestroyed\n[0]"},
-    {"BootstrapExits", "ON_STOP=hold_until_exit,sleep,print", "svc",
-     "-boot=probe -do=notice_exit,raise_on_thread,await_begin,exit",
+    {"BootstrapExits", "ON_STOP=hold_until_exit,sleep,print", "-do=notice_exit,raise_on_thread,await_begin,exit",
      started + answer + "stops 0, exiting\ndestroyed\n[3]"},
-    {"DestructorRuns", "ON_STOP=sleep,print", "svc", "-boot=probe -do=raise_at_end", started + answer + "stops 0\n[0]"},
+    {"DestructorRuns", "ON_STOP=sleep,print", "-do=raise_at_end", started + answer + "stops 0\n[0]"},
     // It leaves a stack that is not unwound; what that owns is no leak.
-    {"MainThreadLeaves", "LSAN_OPTIONS=detect_leaks=0 ON_STOP=print", "svc", "-boot=probe -do=leave_to_thread",
+    {"MainThreadLeaves", "LSAN_OPTIONS=detect_leaks=0 ON_STOP=print", "-do=leave_to_thread",
      started + answer + "stops 0\nthread ends\n[0]"},
     // But exit(3) waits for ten seconds only, and a StopService that calls it waits for nobody.
-    {"StopWaitsForExit", "ON_STOP=exit_on_thread_and_join", "svc", "-boot=probe -do=notice_exit,raise,await",
+    {"StopWaitsForExit", "ON_STOP=exit_on_thread_and_join", "-do=notice_exit,raise,await",
      started + answer + "destroyed\n[3]"},
-    {"StopExits", "ON_STOP=hold,sleep,exit", "svc", "-boot=probe -do=notice_exit,raise_on_thread,await_begin,release",
+    {"StopExits", "ON_STOP=hold,sleep,exit", "-do=notice_exit,raise_on_thread,await_begin,release",
      started + answer + "destroyed\n[3]"},
 
     // What StopService runs under, and what it leaves behind.
-    {"MaskOfStart", faults + "BLOCKED=USR2 ON_STOP=print_mask", "svc", "-boot=probe -do=block_usr1,raise,await",
+    {"MaskOfStart", faults + "BLOCKED=USR2 ON_STOP=print_mask", "-do=block_usr1,raise,await",
      started + answer + "USR1 0, USR2 1\n[0]"},
-    {"SmallStack", "ON_STOP=hold; ulimit -s 64", "svc", "-boot=probe -do=raise,release,await", started + served},
-    {"StopFails", "ON_STOP=fail", "svc", "-boot=probe -do=lose_what_is_not_flushed,raise",
+    {"SmallStack", "ON_STOP=hold; ulimit -s 64", "-do=raise,release,await", started + served},
+    {"StopFails", "ON_STOP=fail", "-do=lose_what_is_not_flushed,raise",
      started + answer + "handle_linux_signal failed.[1]"},
-    {"ChildReturnsFromStop", "ON_STOP=fork,fail", "svc", "-boot=probe -do=raise,await", started + answer + "[1]"},
-    {"ForkedChild", "ON_STOP=exit_41", "svc", "-boot=probe -do=fork,raise", started + answer + "[41]"},
-    {"NobodyReads", "", "svc", "-boot=probe -do=close_output,raise,await,exit_41", started + "[41]"},
-    {"NobodyReadsFailure", "", "svc", "-boot=no_stop_service -do=close_output,raise,await", started + "[255]"},
+    {"ChildReturnsFromStop", "ON_STOP=fork,fail", "-do=raise,await", started + answer + "[1]"},
+    {"ForkedChild", "ON_STOP=exit_41", "-do=fork,raise", started + answer + "[41]"},
+    {"NobodyReads", "", "-do=close_output,raise,await,exit_41", started + "[41]"},
+    {"NobodyReadsFailure", "", "-boot=no_stop_service -do=close_output,raise,await", started + "[255]"},
     {"ClosedOutput", R"(COMMAND="./svc -boot=probe -do=open_file,open_file,raise,await <&- >&- 2>&-; cat file")",
-     "svc", "-boot=probe -do=shell", started + "of the module\n[0]"},
-    {"DefaultAction", "ON_STOP=default_action,raise", "svc", "-boot=probe -do=raise,await", started + answer + "[-15]"},
+     "-do=shell", started + "of the module\n[0]"},
+    {"RaisedByStopForOwnHandler", "ON_STOP=own_handler,raise", "-do=raise,await", started + answer + "[42]"},
 
     // What is not there.
-    {"NoThread", faults + "NO_THREADS=1", "svc", "-boot=probe -do=raise,print,raise,print",
+    {"NoThread", faults + "NO_THREADS=1", "-do=raise,print,raise,print",
      started + answer + "stops 1\n" + answer + "stops 2\n[0]"},
-    {"NoStopService", "", "svc", "-boot=no_stop_service -do=raise,await",
+    {"NoStopService", "", "-boot=no_stop_service -do=raise,await",
      started + received + "Error: find StopService symbol from libno_stop_service.so failed!\n[255]"},
-    {"NoModuleYet", faults + "RAISE_AT_INSTALLATION=1 STAY_AT_INSTALLATION=1", "svc", "-boot=probe -do=await",
+    {"NoModuleYet", faults + "RAISE_AT_INSTALLATION=1 STAY_AT_INSTALLATION=1", "-do=await",
      named + pidDir + received + noModule},
 
-    {"Stop", R"(COMMAND="LD_PRELOAD=libfaults.so RAISE_TOO_LATE=1 ./svc -s=stop; echo \$? process \$(cat var/oss_tmp/svc_0.pid)
-                ./svc -s=stop; echo \$? var/oss_tmp/*")", "svc", "-boot=probe -do=block,shell,unblock,await",
+    {"Stop", R"(COMMAND="LD_PRELOAD=libfaults.so RAISE_TOO_LATE=1 ./svc -s=stop
+                echo \$? process \$(cat var/oss_tmp/svc_0.pid)
+                ./svc -s=stop; echo \$? var/oss_tmp/*")", "-do=block,shell,unblock,await",
      started + found + "stop process PID result -1\n0 process PID\n" +
      found + "delete ./var/oss_tmp/svc_0.pid\nstop process PID result 0\n0 var/oss_tmp/*\n" + served},
-    {"StopUnread", R"(COMMAND="mkfifo pipe; exec 3<>pipe 4>pipe 3<&-; ./svc -s=stop >&4; echo \$?")", "svc",
-     "-boot=probe -do=block,shell,unblock,await", started + "0\n" + served},
-    {"StopIsStopped", faults + "TSAN_OPTIONS=report_signal_unsafe=0 RAISE_AT_INSTALLATION=1; "
-     "echo 2147483647 >var/oss_tmp/svc_0.pid", "./svc", "-s=stop",
-     gone + "[VerifyProcNameByProcessID]verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n" +
-     received + noModule},
-    {"StopBlocked", faults + "BLOCKED=TERM RAISE_AT_INSTALLATION=1; echo 2147483647 >var/oss_tmp/svc_0.pid", "./svc",
-     "-s=stop", gone + "[VerifyProcNameByProcessID]verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n" +
-     nobody},
-    {"StopNobody", "", "./svc", "-s=stop", stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:0\nError: read proc "
-     "name handle svc 0 but osprocid 0 invalid!\nError: read svc 0 failed!\n" + nobody},
-    {"StopWithoutName", "", "//", "-s=stop",
+    {"StopUnread", R"(COMMAND="mkfifo pipe; exec 3<>pipe 4>pipe 3<&-; ./svc -s=stop >&4; echo \$?")",
+     "-do=block,shell,unblock,await", started + "0\n" + served},
+    {"StopIsStopped", faults + "TSAN_OPTIONS=report_signal_unsafe=0 RAISE_AT_INSTALLATION=1" + recorded, "-s=stop",
+     notVerified + received + noModule, "./svc"},
+    {"StopBlocked", faults + "BLOCKED=TERM RAISE_AT_INSTALLATION=1" + recorded, "-s=stop", notVerified + nobody,
+     "./svc"},
+    {"StopOther", recorded, "-s=stop", notVerified + nobody, "./svc"},
+    {"StopNobody", "", "-s=stop", stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:0\nError: read proc "
+     "name handle svc 0 but osprocid 0 invalid!\nError: read svc 0 failed!\n" + nobody, "./svc"},
+    {"StopWithoutName", "", "-s=stop",
      "strProcFilePath://\nstrStdDir , strStdExeName \nstarting to stop procName , procHandle 0\n"
-     "please config stop -procName=youProcName [-procHandle=yourProcHandle]\n" + nobody},
-    {"StopOther", "; echo 2147483647 >var/oss_tmp/svc_0.pid", "./svc", "-s=stop",
-     gone + "[VerifyProcNameByProcessID]verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n" + nobody},
-    {"NoMemoryToRead", faults + "NO_MEMORY_FOR=.pid", "./svc", "-s=stop",
-     stopping + "Error: read proc name handle svc 0 osprocid 0 failed!\nError: read svc 0 failed!\n" + nobody},
-    {"NoMemoryToVerify", faults + "NO_MEMORY_FOR=cmdline; echo 2147483647 >var/oss_tmp/svc_0.pid",
-     "./svc", "-s=stop", gone + "verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n" + nobody},
+     "please config stop -procName=youProcName [-procHandle=yourProcHandle]\n" + nobody, "//"},
+    {"NoMemoryToRead", faults + "NO_MEMORY_FOR=.pid", "-s=stop",
+     stopping + "Error: read proc name handle svc 0 osprocid 0 failed!\nError: read svc 0 failed!\n" + nobody, "./svc"},
+    {"NoMemoryToVerify", faults + "NO_MEMORY_FOR=cmdline" + recorded, "-s=stop",
+     gone + "verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n" + nobody, "./svc"},
 };
 // clang-format on
 INSTANTIATE_TEST_SUITE_P(, Process, testing::ValuesIn(rows), [](const auto& row) { return row.param.name; });
