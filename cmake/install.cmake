@@ -1,5 +1,5 @@
-# What is installed where; debian/ divides it between the packages. Of what authors of service modules need, nothing
-# depends on the architecture.
+# Installs the launcher, and then the kit for authors of service modules; debian/ makes a package of each. The kit is
+# the same on every architecture.
 include(CMakePackageConfigHelpers)
 
 set(cmake_dir ${CMAKE_INSTALL_DATADIR}/cmake/launcher)
