@@ -1,6 +1,7 @@
 #!/bin/bash
-# build-packages.sh [DIRECTORY]: installs what is missing, and builds the Debian packages into build/packages, or into
-# DIRECTORY. The build runs the test suite, unless DEB_BUILD_OPTIONS has "nocheck"; what it prints is in DIRECTORY.log.
+# build-packages.sh [DIRECTORY [OPTION...]]: installs what is missing, and builds the Debian packages into DIRECTORY,
+# by default build/packages, with the OPTIONs of dpkg-buildpackage(1). The build runs the test suite, unless
+# DEB_BUILD_OPTIONS has "nocheck"; what it prints is in DIRECTORY.log.
 set -euo pipefail
 packages=$(realpath -m "${1:-$(dirname "${BASH_SOURCE[0]}")/../build/packages}")
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -14,5 +15,5 @@ tar --exclude=./build --exclude=./.git -c . | tar -x -C "$scratch/launcher"
 rm -rf "$packages"
 mkdir -p "$packages"
 cd "$scratch/launcher"
-dpkg-buildpackage -b -uc >"$packages.log" 2>&1 || { cat "$packages.log"; exit 1; }
+dpkg-buildpackage -b -uc "${@:2}" >"$packages.log" 2>&1 || { cat "$packages.log"; exit 1; }
 mv "$scratch"/*.deb "$packages"
