@@ -27,7 +27,7 @@ constinit std::atomic<bool> g_isCreated = false;
 void (*g_handler)(int) = nullptr;
 sigset_t g_moduleMask{};
 constinit thread_local bool t_isStopThread = false;
-constinit thread_local Deadline t_goesOnUntil{};  // the thread does not wait in its handler
+constinit thread_local Deadline t_goesOnUntil = Deadline::min();  // the thread does not wait in its handler
 
 // Returns whether the stop with `ticket` has been answered. Waits for that until `deadline`.
 bool AwaitAnswer(std::uint32_t ticket, Deadline deadline) noexcept {
