@@ -131,6 +131,10 @@ const Row rows[] = {
      started + answer + "handle_linux_signal failed.[1]"},
     {"ChildReturnsFromStop", "ON_STOP=fork,fail", "-do=raise,await", started + answer + "[1]"},
     {"ForkedChild", "ON_STOP=exit_41", "-do=fork,raise", started + answer + "[41]"},
+    // In a pid namespace of its own it has the id of its parent, which is 1 there too.
+    {"ForkedChildWithSameId", R"(ON_STOP=exit_41 COMMAND="unshare --map-root-user --pid --fork --kill-child \
+                ./svc -boot=probe -do=enter_pid_namespace,fork,raise >/dev/null; echo \$?")",
+     "-do=shell", started + "41\n[0]"},
     {"NobodyReads", "", "-do=close_output,raise,await,exit_41", started + "[41]"},
     {"NobodyReadsFailure", "", "-boot=no_stop_service -do=close_output,raise,await", started + "[255]"},
     {"ClosedOutput", R"(COMMAND="./svc -boot=probe -do=open_file,open_file,raise,await <&- >&- 2>&-; cat file")",
@@ -173,8 +177,11 @@ INSTANTIATE_TEST_SUITE_P(, Process, testing::ValuesIn(rows), [](const auto& row)
 }  // namespace
 
 TEST_P(Process, Prints) {
-#ifdef __SANITIZE_THREAD__
   const std::string& name = GetParam().name;
+  if (name == "ForkedChildWithSameId" && std::system("unshare --map-root-user --pid true") != 0) {
+    GTEST_SKIP() << "namespaces are not permitted here";
+  }
+#ifdef __SANITIZE_THREAD__
   if (name == "LocksInUse") GTEST_SKIP() << "ThreadSanitizer holds back signals to threads that never wait";
   if (name == "MaskOfStart") GTEST_SKIP() << "ThreadSanitizer has masks of its own";
   if (name == "MainThreadLeaves") GTEST_SKIP() << "ThreadSanitizer has a thread of its own, which never ends";
