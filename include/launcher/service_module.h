@@ -38,10 +38,11 @@ extern "C" {
  *
  * The end: a return from Bootstrap waits for the stops that have come by then, however long they take. exit(3), on any
  * thread, also waits for those that come meanwhile, but for ten seconds in all: after the exit handlers that were
- * registered in Bootstrap or later, and again after the destructors of static objects. StopService may call it too, and
- * then nothing waits. _exit(2), quick_exit(3) and the end by a signal wait for nothing. pthread_exit(3) leaves the
- * service to its other threads: when the last of them has ended, which takes a mounted proc(5) to see, the process ends
- * as after a return of 0. None of them may wait for the end of the main one.
+ * registered in Bootstrap or later, and again after the destructors of static objects. (In glibc 2.41, it then waits
+ * without a bound for whoever holds the lock of a stdio stream.) StopService may call it too, and then nothing waits.
+ * _exit(2), quick_exit(3) and the end by a signal wait for nothing. pthread_exit(3) leaves the service to its other
+ * threads: when the last of them has ended, which takes a mounted proc(5) to see, the process ends as after a return of
+ * 0. None of them may wait for the end of the main one.
  */
 __attribute__((visibility("default"))) int Bootstrap(int argc, char** argv);
 
