@@ -115,8 +115,9 @@ const Row rows[] = {
      started + answer + "stops 0, exiting\ndestroyed\n[3]"},
     {"DestructorRuns", "ON_STOP=sleep,print", "-do=raise_at_end", started + answer + "stops 0\n[0]"},
     // It leaves a stack that is not unwound; what that owns is no leak.
-    {"MainThreadLeaves", "LSAN_OPTIONS=detect_leaks=0 ON_STOP=print", "-do=leave_to_thread",
+    {"MainThreadLeaves", "LSAN_OPTIONS=detect_leaks=0 ON_STOP=print", "-do=end_on_thread,leave",
      started + answer + "stops 0\nthread ends\n[0]"},
+    {"NoThreadIsLeft", faults + "NO_THREADS=1 LSAN_OPTIONS=detect_leaks=0", "-do=leave", started + "[0]"},
     // But exit(3) waits for ten seconds only, and a StopService that calls it waits for nobody.
     {"StopWaitsForExit", "ON_STOP=exit_on_thread_and_join", "-do=notice_exit,raise,await",
      started + answer + "destroyed\n[3]"},
@@ -184,7 +185,8 @@ TEST_P(Process, Prints) {
 #ifdef __SANITIZE_THREAD__
   if (name == "LocksInUse") GTEST_SKIP() << "ThreadSanitizer holds back signals to threads that never wait";
   if (name == "MaskOfStart") GTEST_SKIP() << "ThreadSanitizer has masks of its own";
-  if (name == "MainThreadLeaves") GTEST_SKIP() << "ThreadSanitizer has a thread of its own, which never ends";
+  if (name == "MainThreadLeaves" || name == "NoThreadIsLeft")
+    GTEST_SKIP() << "ThreadSanitizer has a thread of its own, which never ends";
 #endif
   EXPECT_EQ(Transcript(GetParam()), GetParam().expected);
 }

@@ -32,7 +32,7 @@ void EndWithOthers(void* /*unused*/) {
 // unwound. Of the first keys the C library has always room for the values.
 void KeepUntilOthersEnd() noexcept {
   pthread_key_t key{};
-  static char notNull = 0;
+  static char notNull;
   if (::pthread_key_create(&key, EndWithOthers) == 0) ::pthread_setspecific(key, &notNull);
 }
 
