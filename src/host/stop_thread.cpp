@@ -87,17 +87,15 @@ bool IsStopThreadElsewhere() noexcept { return HasStopThread() && !t_isStopThrea
 void CreateStopThread(void (*handler)(int)) noexcept {
   NoticeForks();
   g_handler = handler;
-  ::pthread_sigmask(SIG_SETMASK, nullptr, &g_moduleMask);
-  sigaddset(&g_moduleMask, SIGTERM);
   sigset_t everySignal;
+  sigset_t inherited;
   sigfillset(&everySignal);
-  // None of these calls but the creation can fail with what they are given, except for want of memory.
-  pthread_attr_t attributes;
-  ::pthread_attr_init(&attributes);
-  ::pthread_attr_setsigmask_np(&attributes, &everySignal);
+  ::pthread_sigmask(SIG_SETMASK, &everySignal, &inherited);  // The new thread inherits it.
+  g_moduleMask = inherited;
+  sigaddset(&g_moduleMask, SIGTERM);
   pthread_t thread{};
-  g_isCreated = ::pthread_create(&thread, &attributes, RunStopThread, nullptr) == 0;
-  ::pthread_attr_destroy(&attributes);
+  g_isCreated = ::pthread_create(&thread, nullptr, RunStopThread, nullptr) == 0;
+  ::pthread_sigmask(SIG_SETMASK, &inherited, nullptr);
 }
 
 bool HasStopThread() noexcept { return g_isCreated && !IsForkedChild(); }

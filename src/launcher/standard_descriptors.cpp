@@ -4,15 +4,23 @@
 #include <unistd.h>
 
 namespace launcher {
+namespace {
+
+// With the lowest number that is free (open(2)).
+int OpenNowhere() noexcept {
+  const int opened = ::open("/dev/null", O_RDWR);
+  return opened >= 0 ? opened : ::open("/", O_RDONLY);
+}
+
+}  // namespace
 
 void OpenStandardDescriptors() noexcept {
-  // The lowest number that is free is the one that open(2) gives.
-  int opened = 0;
-  do {
-    opened = ::open("/dev/null", O_RDWR);
-    if (opened < 0) opened = ::open("/", O_RDONLY | O_DIRECTORY);
-  } while (opened >= 0 && opened <= STDERR_FILENO);
-  ::close(opened);
+  for (;;) {
+    const int opened = OpenNowhere();
+    if (opened >= 0 && opened <= STDERR_FILENO) continue;
+    ::close(opened);  // If there is none, it fails, and nothing is lost.
+    return;
+  }
 }
 
 }  // namespace launcher
