@@ -16,13 +16,13 @@ void PrintTo(const Row& row, std::ostream* out) { *out << row.program << " " << 
 struct Process : Scratch, testing::WithParamInterface<Row> {};
 
 // All that the launcher prints, its own id as PID, and its exit status or minus the number of the signal that ended it.
-// Variables and arguments are shell text; those for the module `probe` begin with -do=. The launcher does not outlive
-// the test.
+// Variables and arguments are shell text; those for the module `probe` begin with -do=, and the handle is 3. The
+// launcher does not outlive the test.
 std::string Transcript(const Row& row) {
   const std::string shell = "echo $$; mkdir -p var/oss_tmp; ln -sf " LAUNCHER
                             " svc; export _APP_SHARE_DIR=./var/oss_tmp LD_LIBRARY_PATH=" FIXTURES
                             " ASAN_OPTIONS=verify_asan_link_order=0 TSAN_OPTIONS=atexit_sleep_ms=0 " +
-                            row.variables + "\nexec -a " + row.program + " " LAUNCHER " " +
+                            row.variables + "\nexec -a " + row.program + " " LAUNCHER " -p=3 " +
                             (row.arguments.starts_with("-do=") ? "-boot=probe " : "") + row.arguments;
   std::FILE* const process = popen(("exec env -i setpriv --pdeathsig KILL bash -c '" + shell + "'").c_str(), "r");
   std::string output;
@@ -38,7 +38,7 @@ std::string Transcript(const Row& row) {
 const std::string faults = "LD_PRELOAD=libfaults.so ";
 const std::string named = "strProcFilePath:svc\nstrStdDir , strStdExeName svc\n";
 const std::string pidDir = "pid dir ./var/oss_tmp/\n";
-const std::string written = pidDir + "startParam: svc 0 : PID\nwrite ./var/oss_tmp/svc_0.pid : iOSProcessID:PID\n";
+const std::string written = pidDir + "startParam: svc 3 : PID\nwrite ./var/oss_tmp/svc_3.pid : iOSProcessID:PID\n";
 const std::string started = named + written + "WriteProcFile finish\n";
 const std::string received = "received signal symbol 15\nreceived quit symbol\n";
 const std::string noModule = "Error: find StopService symbol from  failed!\n[255]";
@@ -47,13 +47,13 @@ const std::string five = answer + answer + answer + answer + answer;
 const std::string twenty = five + five + five + five;
 const std::string served = answer + "[0]";
 const std::string stopping = "strProcFilePath:./svc\nstrStdDir ., strStdExeName svc\n"
-                             "starting to stop procName svc, procHandle 0\n" + pidDir;
-const std::string found = stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:PID\n1 process need to stop ...\n"
-                          "stop process pid:PID:(procName:svc, procHandle:0) ...\n";
-const std::string gone = stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:2147483647\n";
+                             "starting to stop procName svc, procHandle 3\n" + pidDir;
+const std::string found = stopping + "read ./var/oss_tmp/svc_3.pid : iOSProcessID:PID\n1 process need to stop ...\n"
+                          "stop process pid:PID:(procName:svc, procHandle:3) ...\n";
+const std::string gone = stopping + "read ./var/oss_tmp/svc_3.pid : iOSProcessID:2147483647\n";
 const std::string notVerified =
-    gone + "[VerifyProcNameByProcessID]verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n";
-const std::string recorded = "; echo 2147483647 >var/oss_tmp/svc_0.pid";
+    gone + "[VerifyProcNameByProcessID]verify process svc 2147483647 failed!\nError: verify svc 3 failed!\n";
+const std::string recorded = "; echo 2147483647 >var/oss_tmp/svc_3.pid";
 const std::string nobody = "0 process need to stop ...\n[0]";
 
 // The module does the words of -do, and at each stop those of ON_STOP.
@@ -64,19 +64,19 @@ const Row rows[] = {
 
     {"Arguments", "", "-Dprocname=12 -boot probe x", "strProcFilePath:java\nstrStdDir , strStdExeName java\n" + pidDir +
      "startParam: 12 12 : PID\nwrite ./var/oss_tmp/12_12.pid : iOSProcessID:PID\nWriteProcFile finish\n"
-     "-Dprocname=12|-boot|probe|x|[5]", "java"},
+     "-p=3|-Dprocname=12|-boot|probe|x|[6]", "java"},
     {"DefaultModule", "", "-boot=", named + "process get --boot para failed!  try to use default module tresk.\n"
      + written + "WriteProcFile finish\nopen libtresk.so failed:libtresk.so: cannot open shared object file: "
      "No such file or directory\n[255]"},
     {"NoBootstrap", "", "-boot=faults", started + "Error: find BOOT_STRAP symbol from libfaults.so failed!\n[255]"},
     {"NoDirectory", "; unset _APP_SHARE_DIR", "-boot=no_such", named +
-     "Error: NORV_ROOT/APP_ROOT env not found!\nstartParam: svc 0 : PID\nwrite svc_0.pid : iOSProcessID:PID\n"
+     "Error: NORV_ROOT/APP_ROOT env not found!\nstartParam: svc 3 : PID\nwrite svc_3.pid : iOSProcessID:PID\n"
      "WriteProcFile finish\nopen libno_such.so failed:libno_such.so: cannot open shared object file: "
      "No such file or directory\n[255]"},
-    {"NoProcessId", faults + "NO_PID=1", "-boot=probe", named + pidDir + "startParam: svc 0 : 0\n"
-     "Error: write proc name handle svc 0 but osprocid 0 invalid!\nError: write svc 0 : 0 failed!\n[255]"},
+    {"NoProcessId", faults + "NO_PID=1", "-boot=probe", named + pidDir + "startParam: svc 3 : 0\n"
+     "Error: write proc name handle svc 3 but osprocid 0 invalid!\nError: write svc 3 : 0 failed!\n[255]"},
     {"NoMemoryToWrite", faults + "NO_MEMORY_FOR=.pid", "-boot=probe", named + written +
-     "Error: write proc name handle svc 0 osprocid PID failed!\nError: write svc 0 : PID failed!\n[255]"},
+     "Error: write proc name handle svc 3 osprocid PID failed!\nError: write svc 3 : PID failed!\n[255]"},
 
     // Every SIGTERM is answered once, whatever the interrupted threads are at, and however many there are.
     {"TwoStops", "", "-do=raise,await,print,raise,await,print",
@@ -150,27 +150,27 @@ const Row rows[] = {
     {"NoModuleYet", faults + "RAISE_AT_INSTALLATION=1 STAY_AT_INSTALLATION=1", "-do=await",
      named + pidDir + received + noModule},
 
-    {"Stop", R"(COMMAND="LD_PRELOAD=libfaults.so RAISE_TOO_LATE=1 ./svc -s=stop
-                echo \$? process \$(cat var/oss_tmp/svc_0.pid)
-                ./svc -s=stop; echo \$? var/oss_tmp/*")", "-do=block,shell,unblock,await",
+    {"Stop", R"(COMMAND="LD_PRELOAD=libfaults.so RAISE_TOO_LATE=1 ./svc -p=3 -s=stop
+                echo \$? process \$(cat var/oss_tmp/svc_3.pid)
+                ./svc -p=3 -s=stop; echo \$? var/oss_tmp/*")", "-do=block,shell,unblock,await",
      started + found + "stop process PID result -1\n0 process PID\n" +
-     found + "delete ./var/oss_tmp/svc_0.pid\nstop process PID result 0\n0 var/oss_tmp/*\n" + served},
-    {"StopUnread", R"(COMMAND="mkfifo pipe; exec 3<>pipe 4>pipe 3<&-; ./svc -s=stop >&4; echo \$?")",
+     found + "delete ./var/oss_tmp/svc_3.pid\nstop process PID result 0\n0 var/oss_tmp/*\n" + served},
+    {"StopUnread", R"(COMMAND="mkfifo pipe; exec 3<>pipe 4>pipe 3<&-; ./svc -p=3 -s=stop >&4; echo \$?")",
      "-do=block,shell,unblock,await", started + "0\n" + served},
     {"StopIsStopped", faults + "TSAN_OPTIONS=report_signal_unsafe=0 RAISE_AT_INSTALLATION=1" + recorded, "-s=stop",
      notVerified + received + noModule, "./svc"},
     {"StopBlocked", faults + "BLOCKED=TERM RAISE_AT_INSTALLATION=1" + recorded, "-s=stop", notVerified + nobody,
      "./svc"},
     {"StopOther", recorded, "-s=stop", notVerified + nobody, "./svc"},
-    {"StopNobody", "", "-s=stop", stopping + "read ./var/oss_tmp/svc_0.pid : iOSProcessID:0\nError: read proc "
-     "name handle svc 0 but osprocid 0 invalid!\nError: read svc 0 failed!\n" + nobody, "./svc"},
+    {"StopNobody", "", "-s=stop", stopping + "read ./var/oss_tmp/svc_3.pid : iOSProcessID:0\nError: read proc "
+     "name handle svc 3 but osprocid 0 invalid!\nError: read svc 3 failed!\n" + nobody, "./svc"},
     {"StopWithoutName", "", "-s=stop",
-     "strProcFilePath://\nstrStdDir , strStdExeName \nstarting to stop procName , procHandle 0\n"
+     "strProcFilePath://\nstrStdDir , strStdExeName \nstarting to stop procName , procHandle 3\n"
      "please config stop -procName=youProcName [-procHandle=yourProcHandle]\n" + nobody, "//"},
     {"NoMemoryToRead", faults + "NO_MEMORY_FOR=.pid", "-s=stop",
-     stopping + "Error: read proc name handle svc 0 osprocid 0 failed!\nError: read svc 0 failed!\n" + nobody, "./svc"},
+     stopping + "Error: read proc name handle svc 3 osprocid 0 failed!\nError: read svc 3 failed!\n" + nobody, "./svc"},
     {"NoMemoryToVerify", faults + "NO_MEMORY_FOR=cmdline" + recorded, "-s=stop",
-     gone + "verify process svc 2147483647 failed!\nError: verify svc 0 failed!\n" + nobody, "./svc"},
+     gone + "verify process svc 2147483647 failed!\nError: verify svc 3 failed!\n" + nobody, "./svc"},
 };
 // clang-format on
 INSTANTIATE_TEST_SUITE_P(, Process, testing::ValuesIn(rows), [](const auto& row) { return row.param.name; });
