@@ -43,6 +43,7 @@ const std::string started = named + written + "WriteProcFile finish\n";
 const std::string received = "received signal symbol 15\nreceived quit symbol\n";
 const std::string noModule = "Error: find StopService symbol from  failed!\n[255]";
 const std::string answer = received + "stop the service ...\n";
+const std::string answered = started + answer;
 const std::string five = answer + answer + answer + answer + answer;
 const std::string twenty = five + five + five + five;
 const std::string served = answer + "[0]";
@@ -79,27 +80,24 @@ const Row rows[] = {
      "Error: write proc name handle svc 3 osprocid PID failed!\nError: write svc 3 : PID failed!\n[255]"},
 
     // Every SIGTERM is answered once, whatever the interrupted threads are at, and however many there are.
-    {"TwoStops", "", "-do=raise,await,print,raise,await,print",
-     started + answer + "stops 1\n" + answer + "stops 2\n[0]"},
+    {"TwoStops", "", "-do=raise,await,print,raise,await,print", answered + "stops 1\n" + answer + "stops 2\n[0]"},
     {"ThousandStops", "", "-do=raise_many_times | grep -c ^stop", "1000\n[0]"},
-    {"CrowdOfThreads", "ON_STOP=hold,hold_until_main_sleeps",
+    {"CrowdOfThreads", "ON_STOP=hold,await_sleep",
      "-do=raise_on_many_threads,raise_on_many_threads,hold_again,raise,release,sleep_open",
      started + twenty + twenty + twenty + twenty + twenty + twenty + twenty + twenty + served},
     {"LocksInUse", "GLIBC_TUNABLES=glibc.malloc.arena_max=1 ON_STOP=lock,unlock,allocate", "-do=raise_under_fire",
      started + twenty + "[0]"},
-    {"RaisedByStop", "ON_STOP=raise_a_second_time", "-do=raise,await", started + answer + served},
+    {"RaisedByStop", "ON_STOP=raise_a_second_time", "-do=raise,await", answered + served},
     // The second and the third come while the first is being answered, to a thread that does not wait for it.
-    {"PendingCountsOnce", "ON_STOP=hold", "-do=raise,raise,raise,release", started + answer + served},
+    {"PendingCountsOnce", "ON_STOP=hold", "-do=raise,raise,raise,release", answered + served},
     // The thread is interrupted once more when it sleeps in this way again.
     {"OpenInOneCallOnly", "ON_STOP=hold", "-do=block,raise,sleep_open,release,await,sleep,sleep_open,print",
-     started + answer + "stops 1\n[0]"},
+     answered + "stops 1\n[0]"},
 
     // The interrupted thread finds the stop done, if it can wait for it. If not, it is interrupted again.
     {"FoundDone", "ON_STOP=interrupt,sleep", "-do=raise_to_find_stop_done >/dev/null", "[0]"},
-    {"LocksHeld", "ON_STOP=lock,unlock", "-do=lock,lock_output,raise,print,unlock_output,unlock,await",
-     started + "stops 0\n" + answer + "[0]"},
-    {"WokenWhenDone", "ON_STOP=hold,hold_until_main_sleeps", "-do=raise,release,sleep_open,print",
-     started + answer + "stops 1\n[0]"},
+    {"LocksHeld", "ON_STOP=lock,unlock", "-do=lock,raise,print,unlock,await", started + "stops 0\n" + answer + "[0]"},
+    {"WokenWhenDone", "ON_STOP=hold,await_sleep", "-do=raise,release,sleep_open,print", answered + "stops 1\n[0]"},
     {"OwnHandlerIsNotSetOff", "ON_STOP=own_handler,hold", "-do=raise,release,await,sleep", started + served},
 
     // It has time of its own while signals come all the time, and the process ends.
@@ -107,31 +105,29 @@ const Row rows[] = {
     {"StreamOfSlowStops", "ON_STOP=sleep", "-do=stream,await >/dev/null", "[0]"},
 
     // A stop that has come is finished before Bootstrap begins and before the process ends.
-    {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1 ON_STOP=sleep", "-do=print", started + answer + "stops 1\n[0]"},
-    {"WhileLoading", "RAISE_WHILE_LOADING=1 ON_STOP=sleep", "-do=print", started + answer + "stops 1\n[0]"},
-    {"BootstrapReturns", "ON_STOP=hold,sleep,print", "-do=notice_exit,raise,release",
-     started + answer + "stops 0\ndestroyed\n[0]"},
-    {"BootstrapExits", "ON_STOP=hold_until_exit,sleep,print", "-do=notice_exit,raise_on_thread,await_begin,exit",
-     started + answer + "stops 0, exiting\ndestroyed\n[3]"},
-    {"DestructorRuns", "ON_STOP=sleep,print", "-do=raise_at_end", started + answer + "stops 0\n[0]"},
+    {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1 ON_STOP=sleep", "-do=print", answered + "stops 1\n[0]"},
+    {"WhileLoading", "RAISE_WHILE_LOADING=1 ON_STOP=sleep", "-do=print", answered + "stops 1\n[0]"},
+    {"BootstrapReturns", "ON_STOP=hold,sleep,print", "-do=see_exit,raise,release",
+     answered + "stops 0\ndestroyed\n[0]"},
+    {"BootstrapExits", "ON_STOP=await_exit,sleep,print", "-do=see_exit,raise_on_thread,await_begin,exit",
+     answered + "stops 0, exiting\ndestroyed\n[3]"},
+    {"DestructorRuns", "ON_STOP=sleep,print", "-do=raise_at_end", answered + "stops 0\n[0]"},
     // It leaves a stack that is not unwound; what that owns is no leak.
     {"MainThreadLeaves", "LSAN_OPTIONS=detect_leaks=0 ON_STOP=print", "-do=end_on_thread,leave",
-     started + answer + "stops 0\nthread ends\n[0]"},
+     answered + "stops 0\nthread ends\n[0]"},
     {"NoThreadIsLeft", faults + "NO_THREADS=1 LSAN_OPTIONS=detect_leaks=0", "-do=leave", started + "[0]"},
     // But exit(3) waits for ten seconds only, and a StopService that calls it waits for nobody.
-    {"StopWaitsForExit", "ON_STOP=exit_on_thread_and_join", "-do=notice_exit,raise,await",
-     started + answer + "destroyed\n[3]"},
-    {"StopExits", "ON_STOP=hold,sleep,exit", "-do=notice_exit,raise_on_thread,await_begin,release",
-     started + answer + "destroyed\n[3]"},
+    {"StopWaitsForExit", "ON_STOP=join_exit", "-do=see_exit,raise,await", answered + "destroyed\n[3]"},
+    {"StopExits", "ON_STOP=hold,sleep,exit", "-do=see_exit,raise_on_thread,await_begin,release",
+     answered + "destroyed\n[3]"},
 
     // What StopService runs under, and what it leaves behind.
     {"MaskOfStart", faults + "BLOCKED=USR2 ON_STOP=print_mask", "-do=block_usr1,raise,await",
-     started + answer + "USR1 0, USR2 1\n[0]"},
+     answered + "USR1 0, USR2 1\n[0]"},
     {"SmallStack", "ON_STOP=hold; ulimit -s 64", "-do=raise,release,await", started + served},
-    {"StopFails", "ON_STOP=fail", "-do=lose_what_is_not_flushed,raise",
-     started + answer + "handle_linux_signal failed.[1]"},
-    {"ChildReturnsFromStop", "ON_STOP=fork,fail", "-do=raise,await", started + answer + "[1]"},
-    {"ForkedChild", "ON_STOP=exit_41", "-do=fork,raise", started + answer + "[41]"},
+    {"StopFails", "ON_STOP=fail", "-do=lose_buffer,raise", answered + "handle_linux_signal failed.[1]"},
+    {"ChildReturnsFromStop", "ON_STOP=fork,fail", "-do=raise,await", answered + "[1]"},
+    {"ForkedChild", "ON_STOP=exit_41", "-do=fork,raise", answered + "[41]"},
     // In a pid namespace of its own it has the id of its parent, which is 1 there too.
     {"ForkedChildWithSameId", R"(ON_STOP=exit_41 COMMAND="unshare --map-root-user --pid --fork --kill-child \
                 ./svc -boot=probe -do=enter_pid_namespace,fork,raise >/dev/null; echo \$?")",
@@ -140,15 +136,14 @@ const Row rows[] = {
     {"NobodyReadsFailure", "", "-boot=no_stop_service -do=close_output,raise,await", started + "[255]"},
     {"ClosedOutput", R"(COMMAND="./svc -boot=probe -do=open_file,open_file,raise,await <&- >&- 2>&-; cat file")",
      "-do=shell", started + "of the module\n[0]"},
-    {"RaisedByStopForOwnHandler", "ON_STOP=own_handler,raise", "-do=raise,await", started + answer + "[42]"},
+    {"RaisedByStopForOwnHandler", "ON_STOP=own_handler,raise", "-do=raise,await", answered + "[42]"},
 
     // What is not there.
     {"NoThread", faults + "NO_THREADS=1", "-do=raise,print,raise,print",
-     started + answer + "stops 1\n" + answer + "stops 2\n[0]"},
+     answered + "stops 1\n" + answer + "stops 2\n[0]"},
     {"NoStopService", "", "-boot=no_stop_service -do=raise,await",
      started + received + "Error: find StopService symbol from libno_stop_service.so failed!\n[255]"},
-    {"NoModuleYet", faults + "RAISE_AT_INSTALLATION=1 STAY_AT_INSTALLATION=1", "-do=await",
-     named + pidDir + received + noModule},
+    {"NoModuleYet", faults + "RAISE_INSTALLED=1 STAY_THERE=1", "-do=await", named + pidDir + received + noModule},
 
     {"Stop", R"(COMMAND="LD_PRELOAD=libfaults.so RAISE_TOO_LATE=1 ./svc -p=3 -s=stop
                 echo \$? process \$(cat var/oss_tmp/svc_3.pid)
@@ -157,10 +152,9 @@ const Row rows[] = {
      found + "delete ./var/oss_tmp/svc_3.pid\nstop process PID result 0\n0 var/oss_tmp/*\n" + served},
     {"StopUnread", R"(COMMAND="mkfifo pipe; exec 3<>pipe 4>pipe 3<&-; ./svc -p=3 -s=stop >&4; echo \$?")",
      "-do=block,shell,unblock,await", started + "0\n" + served},
-    {"StopIsStopped", faults + "TSAN_OPTIONS=report_signal_unsafe=0 RAISE_AT_INSTALLATION=1" + recorded, "-s=stop",
+    {"StopIsStopped", faults + "TSAN_OPTIONS=report_signal_unsafe=0 RAISE_INSTALLED=1" + recorded, "-s=stop",
      notVerified + received + noModule, "./svc"},
-    {"StopBlocked", faults + "BLOCKED=TERM RAISE_AT_INSTALLATION=1" + recorded, "-s=stop", notVerified + nobody,
-     "./svc"},
+    {"StopBlocked", faults + "BLOCKED=TERM RAISE_INSTALLED=1" + recorded, "-s=stop", notVerified + nobody, "./svc"},
     {"StopOther", recorded, "-s=stop", notVerified + nobody, "./svc"},
     {"StopNobody", "", "-s=stop", stopping + "read ./var/oss_tmp/svc_3.pid : iOSProcessID:0\nError: read proc "
      "name handle svc 3 but osprocid 0 invalid!\nError: read svc 3 failed!\n" + nobody, "./svc"},
