@@ -102,7 +102,7 @@ const Row rows[] = {
 
     // It has time of its own while signals come all the time, and the process ends.
     {"StreamAgainstLocks", "ON_STOP=lock,allocate,unlock", "-do=stream,work_with_locks >/dev/null", "[0]"},
-    {"StreamOfSlowStops", "ON_STOP=sleep", "-do=stream,await >/dev/null", "[0]"},
+    {"StreamOfSlowStops", "ON_STOP=sleep", "-do=stream,sleep,sleep,sleep,expect_few_stops >/dev/null", "[0]"},
 
     // A stop that has come is finished before Bootstrap begins and before the process ends.
     {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1 ON_STOP=sleep", "-do=print", answered + "stops 1\n[0]"},
@@ -128,6 +128,7 @@ const Row rows[] = {
     {"StopFails", "ON_STOP=fail", "-do=lose_buffer,raise", answered + "handle_linux_signal failed.[1]"},
     {"ChildReturnsFromStop", "ON_STOP=fork,fail", "-do=raise,await", answered + "[1]"},
     {"ForkedChild", "ON_STOP=exit_41", "-do=fork,raise", answered + "[41]"},
+    {"ForkedChildDoesNotWait", "ON_STOP=hold", "-do=raise,fork", answered + "[0]"},
     // In a pid namespace of its own it has the id of its parent, which is 1 there too.
     {"ForkedChildWithSameId", R"(ON_STOP=exit_41 COMMAND="unshare --map-root-user --pid --fork --kill-child \
                 ./svc -boot=probe -do=enter_pid_namespace,fork,raise >/dev/null; echo \$?")",
