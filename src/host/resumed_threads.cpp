@@ -21,8 +21,9 @@ using Place = std::atomic<Resumed>;
 static_assert(Place::is_always_lock_free, "signal handlers use it");
 
 constinit std::array<Place, 64> g_places{};
+constinit Place g_nowhere{};  // always free
 // Whose place it is cannot be told by a thread's id, which a later thread may get again.
-constinit thread_local Place* t_place = nullptr;
+constinit thread_local Place* t_place = &g_nowhere;
 
 bool Replace(Place& place, Resumed from, Resumed to) noexcept { return place.compare_exchange_strong(from, to); }
 
@@ -42,8 +43,7 @@ void Send(int signalNumber, Place& place, Resumed resumed) noexcept {
 }  // namespace
 
 LastRun TakeLastRun() noexcept {
-  Place* const place = std::exchange(t_place, nullptr);
-  const Resumed last = place != nullptr ? place->exchange({}) : Resumed{};
+  const Resumed last = std::exchange(t_place, &g_nowhere)->exchange({});
   return {last.thread != 0, last.thread < 0, last.ticket};
 }
 
@@ -57,9 +57,8 @@ void RememberResumed(std::uint32_t ticket) noexcept {
 }
 
 void ForgetResumed() noexcept {
-  if (t_place == nullptr) return;
   const Resumed resumed = *t_place;
-  if (resumed.thread > 0 && Replace(*t_place, resumed, {})) t_place = nullptr;
+  if (resumed.thread > 0 && Replace(*t_place, resumed, {})) t_place = &g_nowhere;
 }
 
 void InterruptResumed(std::uint32_t answered, void (*handler)(int)) noexcept {
