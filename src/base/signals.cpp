@@ -11,6 +11,11 @@ sigset_t SignalSet(std::initializer_list<int> signalNumbers) noexcept {
   return set;
 }
 
+bool IsPending(int signalNumber) noexcept {
+  sigset_t pending;
+  return ::sigpending(&pending) == 0 && sigismember(&pending, signalNumber) == 1;
+}
+
 bool TakePending(int signalNumber) noexcept {
   const sigset_t wanted = SignalSet({signalNumber});
   const timespec now{};

@@ -32,12 +32,12 @@ bool IsActionOfTermination(void (*handler)(int)) noexcept {
   return ::sigaction(SIGTERM, nullptr, &current) == 0 && current.sa_handler == handler;
 }
 
+// Returns false if a stop has taken the mark, but the interruption, which was to become that stop, could not be sent.
 // Signal 0 only tells whether the thread is still there (kill(2)).
-void Send(int signalNumber, Place& place, Resumed resumed) noexcept {
+bool Send(int signalNumber, Place& place, Resumed resumed) noexcept {
   const Resumed sent{-std::abs(resumed.thread), resumed.ticket};
-  if (!Replace(place, resumed, sent)) return;
-  if (::tgkill(::getpid(), -sent.thread, signalNumber) == 0) return;
-  Replace(place, sent, errno == ESRCH ? Resumed{} : resumed);
+  if (!Replace(place, resumed, sent) || ::tgkill(::getpid(), -sent.thread, signalNumber) == 0) return true;
+  return Replace(place, sent, errno == ESRCH ? Resumed{} : resumed) || signalNumber == 0;
 }
 
 }  // namespace
@@ -61,12 +61,12 @@ void ForgetResumed() noexcept {
   if (resumed.thread > 0 && Replace(*t_place, resumed, {})) t_place = &g_nowhere;
 }
 
-void InterruptResumed(std::uint32_t answered, void (*handler)(int)) noexcept {
+void InterruptResumed(std::uint32_t answered, Word& requested, void (*handler)(int)) noexcept {
   if (!IsActionOfTermination(handler)) return;
   for (Place& place : g_places) {
     const Resumed resumed = place;
     if (resumed.thread == 0 || !IsAnswered(resumed.ticket, answered)) continue;
-    Send(resumed.thread > 0 ? SIGTERM : 0, place, resumed);
+    if (!Send(resumed.thread > 0 ? SIGTERM : 0, place, resumed)) Increment(requested);
   }
 }
 

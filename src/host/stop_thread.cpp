@@ -48,11 +48,6 @@ bool AwaitAnswerBriefly(std::uint32_t ticket) noexcept {
   return false;
 }
 
-bool IsTerminationPending() noexcept {
-  sigset_t pending;
-  return ::sigpending(&pending) == 0 && sigismember(&pending, SIGTERM) == 1;
-}
-
 // The interrupted thread goes on before its stop has been answered.
 void GoOn(std::uint32_t ticket) noexcept {
   RememberResumed(ticket);
@@ -64,7 +59,7 @@ void AwaitOrGoOn(std::uint32_t ticket) noexcept {
   if (!HasPassed(t_goesOnUntil)) return GoOn(ticket);
   const bool answered = AwaitAnswerBriefly(ticket);
   // What has come while the thread waited interrupts it again before it has executed anything of its own.
-  if (!answered || IsTerminationPending()) t_goesOnUntil = In(1s);
+  if (!answered || IsPending(SIGTERM)) t_goesOnUntil = In(1s);
   if (!answered) GoOn(ticket);
 }
 
@@ -76,7 +71,7 @@ void* RunStopThread(void* /*unused*/) noexcept {
     AnswerSignal(SIGTERM);
     // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
     if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
-    InterruptResumed(Increment(g_answered), g_handler);
+    InterruptResumed(Increment(g_answered), g_requested, g_handler);
   }
 }
 
