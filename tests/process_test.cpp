@@ -114,7 +114,7 @@ const Row rows[] = {
     {"DestructorRuns", "ON_STOP=sleep,print", "-do=raise_at_end", answered + "stops 0\n[0]"},
     // It leaves a stack that is not unwound; what that owns is no leak.
     {"MainThreadLeaves", "LSAN_OPTIONS=detect_leaks=0 ON_STOP=print", "-do=end_on_thread,leave",
-     answered + "stops 0\nthread ends\n[0]"},
+     answered + "stops 0\n" + answer + "stops 1\nthread ends\n[0]"},
     {"NoThreadIsLeft", faults + "NO_THREADS=1 LSAN_OPTIONS=detect_leaks=0", "-do=leave", started + "[0]"},
     // But exit(3) waits for ten seconds only, and a StopService that calls it waits for nobody.
     {"StopWaitsForExit", "ON_STOP=join_exit", "-do=see_exit,raise,await", answered + "destroyed\n[3]"},

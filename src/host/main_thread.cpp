@@ -1,12 +1,14 @@
 #include "host/main_thread.h"
 
 #include <pthread.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdint>
 #include <cstdlib>
 
+#include "base/signals.h"
 #include "host/stop_thread.h"
 
 namespace launcher {
@@ -19,8 +21,19 @@ std::uint64_t CountThreads() noexcept {
   return ::stat("/proc/self/task", &tasks) == 0 ? tasks.st_nlink - 2 : 0;
 }
 
+// SIGTERM interrupts the other threads meanwhile, as if this one were gone. It is let in here when all of them block
+// it.
 void EndWithOthers(void* /*unused*/) {
-  while (CountThreads() != (HasStopThread() ? 2 : 1)) ::usleep(100'000);
+  const sigset_t termination = SignalSet({SIGTERM});
+  sigset_t ownMask;
+  ::pthread_sigmask(SIG_BLOCK, &termination, &ownMask);
+  while (CountThreads() != (HasStopThread() ? 2 : 1)) {
+    ::usleep(100'000);
+    if (!IsPending(SIGTERM)) continue;
+    ::pthread_sigmask(SIG_SETMASK, &ownMask, nullptr);
+    ::pthread_sigmask(SIG_BLOCK, &termination, nullptr);
+  }
+  ::pthread_sigmask(SIG_SETMASK, &ownMask, nullptr);
   AwaitAcceptedStops();
   std::exit(0);
 }
