@@ -128,7 +128,7 @@ const Row rows[] = {
     {"StopFails", "ON_STOP=fail", "-do=lose_buffer,raise", answered + "handle_linux_signal failed.[1]"},
     {"ChildReturnsFromStop", "ON_STOP=fork,fail", "-do=raise,await", answered + "[1]"},
     {"ForkedChild", "ON_STOP=exit_41", "-do=fork,raise", answered + "[41]"},
-    {"ForkedChildDoesNotWait", "ON_STOP=hold", "-do=raise,fork", answered + "[0]"},
+    {"ForkedChildDoesNotWait", "ON_STOP=hold", "-do=raise,await_begin,fork", answered + "[0]"},
     // In a pid namespace of its own it has the id of its parent, which is 1 there too.
     {"ForkedChildWithSameId", R"(ON_STOP=exit_41 COMMAND="unshare --map-root-user --pid --fork --kill-child \
                 ./svc -boot=probe -do=enter_pid_namespace,fork,raise >/dev/null; echo \$?")",
