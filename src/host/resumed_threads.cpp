@@ -9,6 +9,8 @@
 #include <cstdlib>
 #include <utility>
 
+#include "base/futex.h"
+
 namespace launcher {
 namespace {
 
@@ -22,6 +24,7 @@ static_assert(Place::is_always_lock_free, "signal handlers use it");
 
 constinit std::array<Place, 64> g_places{};
 constinit Place g_nowhere{};  // always free
+constinit Word g_sendings{};  // odd from before a mark until its signal has been sent
 // Whose place it is cannot be told by a thread's id, which a later thread may get again.
 constinit thread_local Place* t_place = &g_nowhere;
 
@@ -32,18 +35,22 @@ bool IsActionOfTermination(void (*handler)(int)) noexcept {
   return ::sigaction(SIGTERM, nullptr, &current) == 0 && current.sa_handler == handler;
 }
 
-// Returns false if a stop has taken the mark, but the interruption, which was to become that stop, could not be sent.
 // Signal 0 only tells whether the thread is still there (kill(2)).
-bool Send(int signalNumber, Place& place, Resumed resumed) noexcept {
+void Send(int signalNumber, Place& place, Resumed resumed) noexcept {
   const Resumed sent{-std::abs(resumed.thread), resumed.ticket};
-  if (!Replace(place, resumed, sent) || ::tgkill(::getpid(), -sent.thread, signalNumber) == 0) return true;
-  return Replace(place, sent, errno == ESRCH ? Resumed{} : resumed) || signalNumber == 0;
+  if (!Replace(place, resumed, sent)) return;
+  if (::tgkill(::getpid(), -sent.thread, signalNumber) == 0) return;
+  Replace(place, sent, errno == ESRCH ? Resumed{} : resumed);
 }
 
 }  // namespace
 
 LastRun TakeLastRun() noexcept {
   const Resumed last = std::exchange(t_place, &g_nowhere)->exchange({});
+  // A stop that takes the mark leaves its count to the interruption. That has to be there before this thread can end or
+  // be sent another one, with which the kernel would merge it. The stop thread is one system call away from that.
+  const std::uint32_t sendings = g_sendings;
+  if (last.thread < 0 && sendings % 2 == 1) AwaitChange(g_sendings, sendings);
   return {last.thread != 0, last.thread < 0, last.ticket};
 }
 
@@ -61,12 +68,14 @@ void ForgetResumed() noexcept {
   if (resumed.thread > 0 && Replace(*t_place, resumed, {})) t_place = &g_nowhere;
 }
 
-void InterruptResumed(std::uint32_t answered, Word& requested, void (*handler)(int)) noexcept {
+void InterruptResumed(std::uint32_t answered, void (*handler)(int)) noexcept {
   if (!IsActionOfTermination(handler)) return;
   for (Place& place : g_places) {
     const Resumed resumed = place;
     if (resumed.thread == 0 || !IsAnswered(resumed.ticket, answered)) continue;
-    if (!Send(resumed.thread > 0 ? SIGTERM : 0, place, resumed)) Increment(requested);
+    Increment(g_sendings);
+    Send(resumed.thread > 0 ? SIGTERM : 0, place, resumed);
+    Increment(g_sendings);
   }
 }
 

@@ -2,8 +2,6 @@
 
 #include <cstdint>
 
-#include "base/futex.h"
-
 namespace launcher {
 
 // The threads that SIGTERM interrupted and that went on before their stop was answered. When it is, they are
@@ -32,9 +30,8 @@ void ForgetResumed() noexcept;
 
 /// On the stop thread: sends their interruptions to the threads whose stops have been answered, up to that with the
 /// ticket `answered`, and does not wait for them. Sends none while SIGTERM has another action than `handler`, which it
-/// would set off. Forgets threads that have ended. If a stop has taken the mark of one that could not be interrupted
-/// then, increments `requested`.
-void InterruptResumed(std::uint32_t answered, Word& requested, void (*handler)(int)) noexcept;
+/// would set off. Forgets threads that have ended.
+void InterruptResumed(std::uint32_t answered, void (*handler)(int)) noexcept;
 
 /// Whether the stop with `ticket` is among those answered up to `answered`. Both counts wrap.
 [[nodiscard]] constexpr bool IsAnswered(std::uint32_t ticket, std::uint32_t answered) noexcept {

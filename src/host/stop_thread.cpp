@@ -71,7 +71,7 @@ void* RunStopThread(void* /*unused*/) noexcept {
     AnswerSignal(SIGTERM);
     // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
     if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
-    InterruptResumed(Increment(g_answered), g_requested, g_handler);
+    InterruptResumed(Increment(g_answered), g_handler);
   }
 }
 
