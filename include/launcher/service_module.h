@@ -12,8 +12,8 @@
  *  4. The launcher lets stops that have come finish, and ends the process with exit(3).
  *
  * The module is never unloaded: destructors of its static objects and its exit handlers run in step 4, while threads
- * that are still alive run on. Join yours before Bootstrap returns. An exception must not leave either function: it
- * ends the process by std::terminate, without exit handlers.
+ * that are still alive run on. Join yours before Bootstrap returns. An exception must not leave either function, nor
+ * pthread_exit(3) StopService: it ends the process by std::terminate, without exit handlers.
  */
 
 #ifndef LAUNCHER_SERVICE_MODULE_H
@@ -42,7 +42,7 @@ extern "C" {
  * without a bound for whoever holds the lock of a stdio stream.) StopService may call it too, and then nothing waits.
  * _exit(2), quick_exit(3) and the end by a signal wait for nothing. pthread_exit(3) leaves the service to its other
  * threads: when the last of them has ended, which takes a mounted proc(5) to see, the process ends as after a return of
- * 0. None of them may wait for the end of the main one.
+ * 0. None of them may wait for the end of the main one, which stays.
  */
 __attribute__((visibility("default"))) int Bootstrap(int argc, char** argv);
 
@@ -52,11 +52,12 @@ __attribute__((visibility("default"))) int Bootstrap(int argc, char** argv);
  *
  * When: once for each SIGTERM that is delivered, one call after the other, so it must bear being called again. (Of
  * several that are pending at once, the kernel may deliver one. What comes to a thread that has handed over a stop and
- * went on counts as the same, as long as that stop is still to begin.) The first may come before Bootstrap, even before
- * the module is loaded; Bootstrap is called when StopService has returned. (One in the last instructions before the
- * call counts as one in Bootstrap.) The last may come while the process ends. So keep the wish to stop in something
- * that is initialised statically and never destroyed, such as an atomic or a mutex, and let Bootstrap look at it first.
- * Do not wait here for the beginning of Bootstrap or for the end of the process.
+ * gone on may count as the same, as long as that stop is still to begin.) The first may come before Bootstrap, even
+ * before the module is loaded, and then initialisers run on the launcher's thread; Bootstrap is called when StopService
+ * has returned. (One in the last instructions before the call counts as one in Bootstrap.) The last may come while the
+ * process ends. So keep the wish to stop in something that is initialised statically and never destroyed, such as an
+ * atomic or a mutex, and let Bootstrap look at it first. Do not wait here for the beginning of Bootstrap or for the end
+ * of the process.
  *
  * Where: on a thread of the launcher, not in the signal handler. It may lock, allocate, print, throw and catch, load
  * libraries and start processes. It has the signal mask with which the launcher was started, with SIGTERM added, and so
@@ -70,12 +71,13 @@ __attribute__((visibility("default"))) int Bootstrap(int argc, char** argv);
  * of its thread_local objects do not run.
  *
  * The thread that SIGTERM interrupted waits in the signal handler for StopService: for a second at most, for a
- * twentieth of one until StopService begins, and not each time while more SIGTERMs come. All others run on. If it goes
- * on earlier, it is sent one more SIGTERM when StopService has returned, unless SIGTERM has another action by then than
- * the launcher's. That one calls nothing; like the first, it ends the system calls that signal(7) lists as failing with
- * EINTR always. A thread that takes it by sigtimedwait(2), or lets SIG_IGN discard it, loses the next stop that comes
- * to this thread; the kernel merges it with a SIGTERM that pthread_kill(3) sends there; a default action that is set at
- * that moment ends the process.
+ * twentieth of one while no StopService runs, and not each time while more SIGTERMs come. All others run on. If it goes
+ * on earlier, it is sent one more SIGTERM when StopService has returned for the last stop that it has handed over by
+ * then, unless SIGTERM has another action than the launcher's. (Of more than 64 such threads at a time, the others are
+ * not.) That one calls nothing; like the first, it ends the system calls that signal(7) lists as failing with EINTR
+ * always. A thread that takes it by sigtimedwait(2), or lets SIG_IGN discard it, loses the next stop that comes to this
+ * thread; the kernel merges it with a SIGTERM that pthread_kill(3) sends there; a default action that is set at that
+ * moment ends the process.
  *
  * Fork: the launcher's thread is not in a process that the module has forked off. There, as long as it has executed no
  * other program, SIGTERM calls StopService inside the signal handler, which allows only what signal-safety(7) lists.

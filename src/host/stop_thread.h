@@ -16,12 +16,12 @@ namespace launcher {
 // - Every stop handed over is answered once; answers follow one another in the order of the signals.
 // - The interrupted thread stays in its handler until its stop has been answered, so that the code which it returns to
 //   sees what `StopService` did. Nobody can know whether it holds a lock that the answer needs, so it goes on after a
-//   second, and after a twentieth of one while `StopService` does not run: the launcher itself takes locks for
-//   microseconds only. It is interrupted once more when its stop has been answered (resumed_threads.h).
-// - However many signals come, the interrupted thread has time of its own. One that went on does not wait again until
-//   its stop has been answered. One that went on, or for which more has come while it waited, does not wait within the
-//   next second. And as with the kernel's own pending signals, what comes to a thread that went on counts as the stop
-//   that it has handed over before, as long as that one is still to begin.
+//   second, and after a twentieth of one while no `StopService` runs: the launcher itself takes locks for microseconds
+//   only. It is interrupted once more when its stop has been answered (resumed_threads.h).
+// - However many signals come, the interrupted thread has time of its own, if the kernel leaves it any. One that went
+//   on does not wait again until its stop has been answered. One that went on, or for which more has come while it
+//   waited, does not wait within the next second. And as with the kernel's own pending signals, what comes to a thread
+//   that went on counts as the stop that it has handed over before, as long as that one is still to begin.
 // - No signal is blocked on any other thread, and none but SIGPIPE is lost on this one: the launcher's lines into a
 //   closed pipe do not end a service that is yet to be stopped.
 // - A forked process has no such thread, and HandOverStop says so there.
