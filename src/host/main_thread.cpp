@@ -21,8 +21,7 @@ std::uint64_t CountThreads() noexcept {
   return ::stat("/proc/self/task", &tasks) == 0 ? tasks.st_nlink - 2 : 0;
 }
 
-// SIGTERM interrupts the other threads meanwhile, as if this one were gone. It is let in here when all of them block
-// it.
+// SIGTERM interrupts the other threads meanwhile, as if this one were gone. What they all block is let in here.
 void EndWithOthers(void* /*unused*/) {
   const sigset_t termination = SignalSet({SIGTERM});
   sigset_t ownMask;
