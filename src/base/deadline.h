@@ -11,8 +11,8 @@ namespace launcher {
 /// A moment on CLOCK_MONOTONIC.
 using Deadline = std::chrono::steady_clock::time_point;
 
-/// The moment that comes after `time`.
-[[nodiscard]] Deadline In(std::chrono::milliseconds time) noexcept;
+/// The moment that is `time` from now.
+[[nodiscard]] Deadline DeadlineIn(std::chrono::milliseconds time) noexcept;
 
 /// Whether `deadline` has passed.
 [[nodiscard]] bool HasPassed(Deadline deadline) noexcept;

@@ -11,7 +11,7 @@
 namespace launcher {
 namespace {
 
-static_assert(sizeof(Word) == 4 && Word::is_always_lock_free, "a futex is four bytes (futex(2))");
+static_assert(sizeof(FutexWord) == 4 && FutexWord::is_always_lock_free, "a futex is four bytes (futex(2))");
 
 // Of the kernel and not of the C library, whose time_t may be longer than what SYS_futex takes.
 using Time = __kernel_old_timespec;
@@ -25,7 +25,7 @@ Time ToTime(Deadline deadline) noexcept {
 
 }  // namespace
 
-bool AwaitChange(Word& word, std::uint32_t seen, Deadline deadline) noexcept {
+bool AwaitChange(FutexWord& word, std::uint32_t seen, Deadline deadline) noexcept {
   const Time time = ToTime(deadline);
   const Time* const limit = deadline == Deadline::max() ? nullptr : &time;
   while (word == seen) {
@@ -37,7 +37,7 @@ bool AwaitChange(Word& word, std::uint32_t seen, Deadline deadline) noexcept {
   return true;
 }
 
-std::uint32_t Increment(Word& word) noexcept {
+std::uint32_t IncrementAndWake(FutexWord& word) noexcept {
   const std::uint32_t value = word.fetch_add(1) + 1;
   ::syscall(SYS_futex, &word, FUTEX_WAKE_PRIVATE, INT_MAX);
   return value;

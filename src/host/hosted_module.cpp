@@ -11,15 +11,15 @@ namespace launcher {
 namespace {
 
 // Runs the initialisers of a module that is not loaded yet.
-void* Load(const std::string& path) {
-  const ModuleMask mask;
+void* OpenUnderModuleMask(const std::string& path) {
+  const ModuleMaskOnStopThread mask;
   return ::dlopen(path.c_str(), RTLD_LAZY | RTLD_GLOBAL);
 }
 
 // Exit handlers are the module's code too.
 [[noreturn]] void Fail() {
   static_cast<void>(std::fflush(stdout));  // What exit(3) does, but before SIGPIPE may end the process.
-  const ModuleMask mask;
+  const ModuleMaskOnStopThread mask;
   std::exit(-1);
 }
 
@@ -28,7 +28,7 @@ void* Load(const std::string& path) {
 void* OpenServiceModule(const std::string& path) {
   // Initialisers may write by other ways than stdio, and their lines come after these. What cannot be written is lost.
   static_cast<void>(std::fflush(stdout));
-  void* const module = Load(path);
+  void* const module = OpenUnderModuleMask(path);
   if (module == nullptr) {
     std::printf("open %s failed:%s\n", path.c_str(), ::dlerror());
     Fail();

@@ -42,7 +42,7 @@ void EndWithOthers(void* /*unused*/) {
 // The stop thread would not let the process end by itself, and of a process without a main thread proc(5) shows no
 // command line, by which stop mode knows it. A key's destructor runs at pthread_exit(3) even where the stack cannot be
 // unwound. Of the first keys the C library has always room for the values.
-void KeepUntilOthersEnd() noexcept {
+void KeepMainThreadUntilOthersEnd() noexcept {
   pthread_key_t key{};
   static char notNull;
   if (::pthread_key_create(&key, EndWithOthers) == 0) ::pthread_setspecific(key, &notNull);

@@ -14,14 +14,14 @@ bool IsInUse() noexcept { return t_moduleMask != nullptr && !IsForkedChild(); }
 
 void UseModuleMask(const sigset_t& mask) noexcept { t_moduleMask = &mask; }
 
-ModuleMask::ModuleMask() noexcept {
+ModuleMaskOnStopThread::ModuleMaskOnStopThread() noexcept {
   if (!IsInUse()) return;
   // One may be pending on the thread and one on the process.
   while (TakePending(SIGPIPE)) continue;
   ::pthread_sigmask(SIG_SETMASK, t_moduleMask, &ownMask_);
 }
 
-ModuleMask::~ModuleMask() {
+ModuleMaskOnStopThread::~ModuleMaskOnStopThread() {
   if (IsInUse()) ::pthread_sigmask(SIG_SETMASK, &ownMask_, nullptr);
 }
 

@@ -23,8 +23,8 @@ using Place = std::atomic<Resumed>;
 static_assert(Place::is_always_lock_free, "signal handlers use it");
 
 constinit std::array<Place, 64> g_places{};
-constinit Place g_nowhere{};  // always free
-constinit Word g_sendings{};  // odd from before a mark until its signal has been sent
+constinit Place g_nowhere{};       // always free
+constinit FutexWord g_sendings{};  // odd from before a mark until its signal has been sent
 // Whose place it is cannot be told by a thread's id, which a later thread may get again.
 constinit thread_local Place* t_place = &g_nowhere;
 
@@ -73,9 +73,9 @@ void InterruptResumed(std::uint32_t answered, void (*handler)(int)) noexcept {
   for (Place& place : g_places) {
     const Resumed resumed = place;
     if (resumed.thread == 0 || !IsAnswered(resumed.ticket, answered)) continue;
-    Increment(g_sendings);
+    IncrementAndWake(g_sendings);
     Send(resumed.thread > 0 ? SIGTERM : 0, place, resumed);
-    Increment(g_sendings);
+    IncrementAndWake(g_sendings);
   }
 }
 

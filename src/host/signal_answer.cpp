@@ -18,7 +18,7 @@ namespace {
 constinit std::atomic<bool> g_stopServiceRuns = false;
 
 int Run(decltype(&StopService) stopService) {
-  const ModuleMask mask;
+  const ModuleMaskOnStopThread mask;
   g_stopServiceRuns = true;
   const int result = stopService();
   g_stopServiceRuns = false;

@@ -29,13 +29,13 @@ void Register(const LaunchContext& context) {
 // For all exit handlers together ten seconds, since nobody can know whether StopService will ever return: the caller of
 // exit(3) may hold a lock that it needs, or be the watchdog that ends a hanging stop.
 void AwaitStopsAtExit() {
-  static const Deadline end = In(std::chrono::seconds(10));
+  static const Deadline end = DeadlineIn(std::chrono::seconds(10));
   AwaitIdleStopThread(end);
 }
 
 // Exit handlers run in the reverse order of their registration, and the destructors of static objects with them: one
 // waits behind those of the module, one in front. Where there is no memory to register them, exit(3) does not wait.
-decltype(&Bootstrap) Load(const std::string& path) {
+decltype(&Bootstrap) LoadBetweenExitHandlers(const std::string& path) {
   static_cast<void>(std::atexit(AwaitStopsAtExit));
   const auto bootstrap = FindBootstrap(OpenServiceModule(path), path);
   static_cast<void>(std::atexit(AwaitStopsAtExit));
@@ -50,8 +50,8 @@ int StartProcess(int argc, char** argv, const LaunchContext& context) {
   CreateStopThread(handle_linux_signal);
   ProcFileManager::GetInstance()->SetModulePath(path);
   Register(context);
-  const auto bootstrap = Load(path);
-  KeepUntilOthersEnd();
+  const auto bootstrap = LoadBetweenExitHandlers(path);
+  KeepMainThreadUntilOthersEnd();
   AwaitIdleStopThread();
   const int result = bootstrap(argc, argv);
   // Before exit(3), which does not wait as long, and so that a StopService which calls it is the first to do so.

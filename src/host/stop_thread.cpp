@@ -21,13 +21,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constinit Word g_requested{};  // stops handed over; each has the number that it made of this, its ticket
-constinit Word g_answered{};   // the ticket of the latest stop that has been answered
+constinit FutexWord g_requested{};  // stops handed over; each has the number that it made of this, its ticket
+constinit FutexWord g_answered{};   // the ticket of the latest stop that has been answered
 constinit std::atomic<bool> g_isCreated = false;
 void (*g_handler)(int) = nullptr;
 sigset_t g_moduleMask{};
 constinit thread_local bool t_isStopThread = false;
-constinit thread_local Deadline t_goesOnUntil = Deadline::min();  // the thread does not wait in its handler
+constinit thread_local Deadline t_mayWaitFrom = Deadline::min();  // the thread does not wait in its handler
 
 // Returns whether the stop with `ticket` has been answered. Waits for that until `deadline`.
 bool AwaitAnswer(std::uint32_t ticket, Deadline deadline) noexcept {
@@ -41,9 +41,9 @@ bool AwaitAnswer(std::uint32_t ticket, Deadline deadline) noexcept {
 
 // The same for an interrupted thread, which may hold what the answer needs.
 bool AwaitAnswerBriefly(std::uint32_t ticket) noexcept {
-  const Deadline end = In(1s);
+  const Deadline end = DeadlineIn(1s);
   do {
-    if (AwaitAnswer(ticket, std::min(end, In(50ms)))) return true;
+    if (AwaitAnswer(ticket, std::min(end, DeadlineIn(50ms)))) return true;
   } while (IsStopServiceRunning() && !HasPassed(end));
   return false;
 }
@@ -56,10 +56,10 @@ void GoOn(std::uint32_t ticket) noexcept {
 }
 
 void AwaitOrGoOn(std::uint32_t ticket) noexcept {
-  if (!HasPassed(t_goesOnUntil)) return GoOn(ticket);
+  if (!HasPassed(t_mayWaitFrom)) return GoOn(ticket);
   const bool answered = AwaitAnswerBriefly(ticket);
   // What has come while the thread waited interrupts it again before it has executed anything of its own.
-  if (!answered || IsPending(SIGTERM)) t_goesOnUntil = In(1s);
+  if (!answered || IsPending(SIGTERM)) t_mayWaitFrom = DeadlineIn(1s);
   if (!answered) GoOn(ticket);
 }
 
@@ -71,7 +71,7 @@ void* RunStopThread(void* /*unused*/) noexcept {
     AnswerSignal(SIGTERM);
     // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
     if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
-    InterruptResumed(Increment(g_answered), g_handler);
+    InterruptResumed(IncrementAndWake(g_answered), g_handler);
   }
 }
 
@@ -95,14 +95,14 @@ void CreateStopThread(void (*handler)(int)) noexcept {
 
 bool HasStopThread() noexcept { return g_isCreated && !IsForkedChild(); }
 
-bool HandOverStop() noexcept {
+bool LeaveToStopThread() noexcept {
   if (!HasStopThread()) return false;
   const LastRun last = TakeLastRun();
   if (last.wasInterrupted) return true;
   const std::uint32_t answered = g_answered;
   const bool isUnanswered = last.wentOn && !IsAnswered(last.ticket, answered);
   const bool isToBegin = isUnanswered && last.ticket != answered + 1;  // The next one may have begun.
-  const std::uint32_t ticket = isToBegin ? last.ticket : Increment(g_requested);
+  const std::uint32_t ticket = isToBegin ? last.ticket : IncrementAndWake(g_requested);
   if (isUnanswered) {
     GoOn(ticket);
   } else if (!t_isStopThread) {  // A StopService that unblocked SIGTERM must not wait for itself.

@@ -24,21 +24,21 @@ namespace launcher {
 //   that went on counts as the stop that it has handed over before, as long as that one is still to begin.
 // - No signal is blocked on any other thread, and none but SIGPIPE is lost on this one: the launcher's lines into a
 //   closed pipe do not end a service that is yet to be stopped.
-// - A forked process has no such thread, and HandOverStop says so there.
+// - A forked process has no such thread, and LeaveToStopThread says so there.
 
 /// Creates the thread, which from then on calls AnswerSignal for each stop handed over. `handler` is the signal handler
-/// that calls HandOverStop. Once each process, on the main thread, before the first HandOverStop. If the thread cannot
-/// be created, the signal handler answers: better than no service.
+/// that calls LeaveToStopThread. Once each process, on the main thread, before the first LeaveToStopThread. If the
+/// thread cannot be created, the signal handler answers: better than no service.
 void CreateStopThread(void (*handler)(int)) noexcept;
 
 /// Whether the stop thread is in this process: it could be created, and this is no forked child. Any thread, also in a
 /// signal handler.
 [[nodiscard]] bool HasStopThread() noexcept;
 
-/// For the signal handler, on whichever thread it runs; makes no call that is unsafe there, and may change `errno`.
-/// True: the stop is the stop thread's, or the signal was that thread's own interruption; nothing is left to do. False:
-/// there is no stop thread in this process, and the caller has to answer itself.
-[[nodiscard]] bool HandOverStop() noexcept;
+/// Leaves the SIGTERM whose handler calls this to the stop thread: hands the stop over, unless the signal was no stop
+/// but that thread's own interruption. False: there is no stop thread in this process, and the caller has to answer
+/// itself. Makes no call that is unsafe in a signal handler, and may change `errno`.
+[[nodiscard]] bool LeaveToStopThread() noexcept;
 
 // Both of these return at once where nobody else would answer: on the stop thread, and where there is none.
 

@@ -10,8 +10,8 @@
 void handle_linux_signal(int signalNumber) {
   const int interruptedErrno = errno;
   // Other signals come here only where a module has seen to it.
-  const bool handedOver = signalNumber == SIGTERM && launcher::HandOverStop();
-  if (!handedOver) launcher::AnswerSignal(signalNumber);
+  const bool left = signalNumber == SIGTERM && launcher::LeaveToStopThread();
+  if (!left) launcher::AnswerSignal(signalNumber);
   errno = interruptedErrno;
 }
 
