@@ -30,7 +30,7 @@ void Register(const LaunchContext& context) {
 // exit(3) may hold a lock that it needs, or be the watchdog that ends a hanging stop.
 void AwaitStopsAtExit() {
   static const Deadline end = DeadlineIn(std::chrono::seconds(10));
-  AwaitIdleStopThread(end);
+  AwaitAcceptedStops(end);
 }
 
 // Exit handlers run in the reverse order of their registration, and the destructors of static objects with them: one
@@ -52,7 +52,7 @@ int StartProcess(int argc, char** argv, const LaunchContext& context) {
   Register(context);
   const auto bootstrap = LoadBetweenExitHandlers(path);
   KeepMainThreadUntilOthersEnd();
-  AwaitIdleStopThread();
+  AwaitAcceptedStops();
   const int result = bootstrap(argc, argv);
   // Before exit(3), which does not wait as long, and so that a StopService which calls it is the first to do so.
   AwaitAcceptedStops();

@@ -75,8 +75,6 @@ void* RunStopThread(void* /*unused*/) noexcept {
   }
 }
 
-bool IsStopThreadElsewhere() noexcept { return HasStopThread() && !t_isStopThread; }
-
 }  // namespace
 
 void CreateStopThread(void (*handler)(int)) noexcept {
@@ -111,12 +109,8 @@ bool LeaveToStopThread() noexcept {
   return true;
 }
 
-void AwaitAcceptedStops() noexcept {
-  if (IsStopThreadElsewhere()) AwaitAnswer(g_requested, Deadline::max());
-}
-
-void AwaitIdleStopThread(Deadline deadline) noexcept {
-  while (IsStopThreadElsewhere() && g_answered != g_requested && AwaitAnswer(g_requested, deadline)) continue;
+void AwaitAcceptedStops(Deadline deadline) noexcept {
+  if (HasStopThread() && !t_isStopThread) AwaitAnswer(g_requested, deadline);
 }
 
 }  // namespace launcher

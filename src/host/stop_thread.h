@@ -40,12 +40,9 @@ void CreateStopThread(void (*handler)(int)) noexcept;
 /// itself. Makes no call that is unsafe in a signal handler, and may change `errno`.
 [[nodiscard]] bool LeaveToStopThread() noexcept;
 
-// Both of these return at once where nobody else would answer: on the stop thread, and where there is none.
-
-/// Waits until the stops that have been handed over by now are answered, however long that takes.
-void AwaitAcceptedStops() noexcept;
-
-/// Waits until no stop is left to answer, those that come meanwhile included, or until `deadline` has passed.
-void AwaitIdleStopThread(Deadline deadline = Deadline::max()) noexcept;
+/// Waits until the stops that have been handed over by now are answered, or until `deadline` has passed. Not for those
+/// that come meanwhile: they may never end. Returns at once where nobody else would answer: on the stop thread, and
+/// where there is none.
+void AwaitAcceptedStops(Deadline deadline = Deadline::max()) noexcept;
 
 }  // namespace launcher
