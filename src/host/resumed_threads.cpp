@@ -63,11 +63,6 @@ void RememberResumed(std::uint32_t ticket) noexcept {
   }
 }
 
-void ForgetResumed() noexcept {
-  const Resumed resumed = *t_place;
-  if (resumed.thread > 0 && Replace(*t_place, resumed, {})) t_place = &g_nowhere;
-}
-
 void InterruptResumed(std::uint32_t answered, void (*handler)(int)) noexcept {
   if (!IsActionOfTermination(handler)) return;
   for (Place& place : g_places) {

@@ -7,9 +7,19 @@ namespace launcher {
 // The threads that SIGTERM interrupted and that went on before their stop was answered. When it is, they are
 // interrupted once more, so that a loop around pause(2) looks at its condition again: by a SIGTERM that is no stop.
 //
-// A handler cannot see from a signal which of the two it is. So a thread's place is marked before its interruption is
-// sent, and the next run of its handler takes the mark and counts as the interruption. If a stop comes first, it takes
-// the mark, and the interruption becomes the stop: the count is right either way, however late one of them arrives.
+// Each of them has a place:
+//
+//   state of the place   event                                            next state
+//   free                 the thread goes on                               waits for its answer
+//   waits for its answer the thread's handler runs, for another stop      free
+//   waits for its answer the answer has come                              marked; then the interruption is sent
+//   marked               the thread's handler runs                        free
+//   marked               a later answer finds that the thread has ended   free
+//
+// The run that takes a mark counts as the interruption. A handler installed by signal(3) cannot see whether it is: if a
+// stop has come first, that stop takes the mark, and the interruption becomes the stop. The count is right either way,
+// however late one of them arrives. An answer that comes just before the thread goes on does not find the place; the
+// next one interrupts the thread, which did not need it.
 
 /// How the calling thread left its handler the last time.
 struct LastRun {
@@ -24,9 +34,6 @@ struct LastRun {
 /// In the handler, on the interrupted thread, at its end: the thread goes on, though the stop with `ticket` has not
 /// been answered. Beyond 64 such threads at a time, it is not interrupted again.
 void RememberResumed(std::uint32_t ticket) noexcept;
-
-/// The same: takes RememberResumed back, unless the interruption has been sent.
-void ForgetResumed() noexcept;
 
 /// On the stop thread: sends their interruptions to the threads whose stops have been answered, up to that with the
 /// ticket `answered`, and does not wait for them. Sends none while SIGTERM has another action than `handler`, which it

@@ -48,19 +48,12 @@ bool AwaitAnswerBriefly(std::uint32_t ticket) noexcept {
   return false;
 }
 
-// The interrupted thread goes on before its stop has been answered.
-void GoOn(std::uint32_t ticket) noexcept {
-  RememberResumed(ticket);
-  // The answer may have come before the stop thread could see who is to be interrupted.
-  if (IsAnswered(ticket, g_answered)) ForgetResumed();
-}
-
 void AwaitOrGoOn(std::uint32_t ticket) noexcept {
-  if (!HasPassed(t_mayWaitFrom)) return GoOn(ticket);
+  if (!HasPassed(t_mayWaitFrom)) return RememberResumed(ticket);
   const bool answered = AwaitAnswerBriefly(ticket);
   // What has come while the thread waited interrupts it again before it has executed anything of its own.
   if (!answered || IsPending(SIGTERM)) t_mayWaitFrom = DeadlineIn(1s);
-  if (!answered) GoOn(ticket);
+  if (!answered) RememberResumed(ticket);
 }
 
 void* RunStopThread(void* /*unused*/) noexcept {
@@ -99,10 +92,11 @@ bool LeaveToStopThread() noexcept {
   if (last.wasInterrupted) return true;
   const std::uint32_t answered = g_answered;
   const bool isUnanswered = last.wentOn && !IsAnswered(last.ticket, answered);
-  const bool isToBegin = isUnanswered && last.ticket != answered + 1;  // The next one may have begun.
+  // The stop behind the latest answer may have begun. Those after it have not.
+  const bool isToBegin = isUnanswered && last.ticket != answered + 1;
   const std::uint32_t ticket = isToBegin ? last.ticket : IncrementAndWake(g_requested);
   if (isUnanswered) {
-    GoOn(ticket);
+    RememberResumed(ticket);
   } else if (!t_isStopThread) {  // A StopService that unblocked SIGTERM must not wait for itself.
     AwaitOrGoOn(ticket);
   }
