@@ -4,13 +4,24 @@
 
 namespace launcher {
 
-/// Makes `mask`, which has to live as long as the calling thread, what ModuleMaskOnStopThread sets there. For a thread
-/// that blocks every signal.
-void UseModuleMask(const sigset_t& mask) noexcept;
+// On the stop thread, the module's code runs with the signal mask that it would have in the signal handler. What the
+// module blocks on all of its threads, to take it by sigwait(3) or signalfd(2), would otherwise be delivered here.
 
-/// For the module's code: while one of these lives, its thread has the signal mask of UseModuleMask, so that what the
-/// module starts inherits no other. Drops the SIGPIPE that the launcher's own lines have left pending. Does nothing on
-/// other threads and in a forked child.
+/// Keeps the calling thread's mask as that of the start. Before the first AdoptMask.
+void KeepStartMask() noexcept;
+
+/// In the handler, on the interrupted thread, before its stop is handed over: what that thread blocks, and what the
+/// mask of the start does, is from now on the mask of the module's code. Of several such threads, any may determine it.
+void AdoptMask() noexcept;
+
+/// Makes the calling thread, which has to block every signal, the stop thread.
+void BecomeStopThread() noexcept;
+
+/// Whether the calling thread is the stop thread, or its copy in a forked child. Also in a signal handler.
+[[nodiscard]] bool IsStopThread() noexcept;
+
+/// For the module's code: while one of these lives, the stop thread has the mask of the latest AdoptMask. Drops the
+/// SIGPIPE that the launcher's own lines have left pending. Does nothing on other threads and in a forked child.
 class ModuleMaskOnStopThread {
  public:
   ModuleMaskOnStopThread() noexcept;

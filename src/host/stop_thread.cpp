@@ -25,8 +25,6 @@ constinit FutexWord g_requested{};  // stops handed over; each has the number th
 constinit FutexWord g_answered{};   // the ticket of the latest stop that has been answered
 constinit std::atomic<bool> g_isCreated = false;
 void (*g_handler)(int) = nullptr;
-sigset_t g_moduleMask{};
-constinit thread_local bool t_isStopThread = false;
 constinit thread_local Deadline t_mayWaitFrom = Deadline::min();  // the thread does not wait in its handler
 
 // Returns whether the stop with `ticket` has been answered. Waits for that until `deadline`.
@@ -57,8 +55,7 @@ void AwaitOrGoOn(std::uint32_t ticket) noexcept {
 }
 
 void* RunStopThread(void* /*unused*/) noexcept {
-  t_isStopThread = true;
-  UseModuleMask(g_moduleMask);
+  BecomeStopThread();
   for (;;) {
     if (!AwaitChange(g_requested, g_answered)) continue;
     AnswerSignal(SIGTERM);
@@ -72,13 +69,12 @@ void* RunStopThread(void* /*unused*/) noexcept {
 
 void CreateStopThread(void (*handler)(int)) noexcept {
   NoticeForks();
+  KeepStartMask();
   g_handler = handler;
   sigset_t everySignal;
   sigset_t inherited;
   sigfillset(&everySignal);
   ::pthread_sigmask(SIG_SETMASK, &everySignal, &inherited);  // The new thread inherits it.
-  g_moduleMask = inherited;
-  sigaddset(&g_moduleMask, SIGTERM);
   pthread_t thread{};
   g_isCreated = ::pthread_create(&thread, nullptr, RunStopThread, nullptr) == 0;
   ::pthread_sigmask(SIG_SETMASK, &inherited, nullptr);
@@ -90,6 +86,7 @@ bool LeaveToStopThread() noexcept {
   if (!HasStopThread()) return false;
   const LastRun last = TakeLastRun();
   if (last.wasInterrupted) return true;
+  AdoptMask();
   const std::uint32_t answered = g_answered;
   const bool isUnanswered = last.wentOn && !IsAnswered(last.ticket, answered);
   // The stop behind the latest answer may have begun. Those after it have not.
@@ -97,14 +94,14 @@ bool LeaveToStopThread() noexcept {
   const std::uint32_t ticket = isToBegin ? last.ticket : IncrementAndWake(g_requested);
   if (isUnanswered) {
     RememberResumed(ticket);
-  } else if (!t_isStopThread) {  // A StopService that unblocked SIGTERM must not wait for itself.
+  } else if (!IsStopThread()) {  // A StopService that unblocked SIGTERM must not wait for itself.
     AwaitOrGoOn(ticket);
   }
   return true;
 }
 
 void AwaitAcceptedStops(Deadline deadline) noexcept {
-  if (HasStopThread() && !t_isStopThread) AwaitAnswer(g_requested, deadline);
+  if (HasStopThread() && !IsStopThread()) AwaitAnswer(g_requested, deadline);
 }
 
 }  // namespace launcher
