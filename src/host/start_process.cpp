@@ -1,11 +1,14 @@
 #include "host/start_process.h"
 
+#include <signal.h>
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "base/deadline.h"
+#include "base/signals.h"
 #include "host/boot_module.h"
 #include "host/hosted_module.h"
 #include "host/main_thread.h"
@@ -49,6 +52,9 @@ int StartProcess(int argc, char** argv, const LaunchContext& context) {
   // Before the registry, which installs the handler: the first SIGTERM that is handled finds the thread running.
   CreateStopThread(handle_linux_signal);
   ProcFileManager::GetInstance()->SetModulePath(path);
+  // The caller may have left SIGTERM blocked. Not before the handler and the path are there: a stop may be pending.
+  const sigset_t termination = SignalSet({SIGTERM});
+  ::pthread_sigmask(SIG_UNBLOCK, &termination, nullptr);
   Register(context);
   const auto bootstrap = LoadBetweenExitHandlers(path);
   KeepMainThreadUntilOthersEnd();
