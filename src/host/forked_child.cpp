@@ -8,20 +8,19 @@
 namespace launcher {
 namespace {
 
-constinit std::atomic<pid_t> g_process{};  // 0 before NoticeForks
+constinit std::atomic<unsigned> g_forks{};
+constinit ProcessSigns g_first{};
 
 }  // namespace
 
-// Two signs, as each has a child that it misses: in a pid namespace of its own a child may have its parent's id, and
-// one that fork(3) has not made runs no handlers of pthread_atfork(3). Without memory for those, one sign is left.
+ProcessSigns ThisProcess() noexcept { return {::getpid(), g_forks}; }
+
+// Without memory for the handler, one sign is left.
 void NoticeForks() noexcept {
-  g_process = ::getpid();
-  ::pthread_atfork(nullptr, nullptr, [] { g_process = -1; });
+  g_first = ThisProcess();
+  ::pthread_atfork(nullptr, nullptr, [] { ++g_forks; });
 }
 
-bool IsForkedChild() noexcept {
-  const pid_t process = g_process;
-  return process != 0 && process != ::getpid();
-}
+bool IsForkedChild() noexcept { return ThisProcess() != g_first; }
 
 }  // namespace launcher

@@ -1,13 +1,13 @@
 #include "host/signal_answer.h"
 
 #include <signal.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
+#include "host/forked_child.h"
 #include "host/hosted_module.h"
 #include "host/module_mask.h"
 #include "registry/proc_file_manager.h"
@@ -32,10 +32,10 @@ int CallStopService() {
   const auto stopService = FindStopService(module, path);
   std::puts("stop the service ...");
   static_cast<void>(std::fflush(stdout));
-  const pid_t process = ::getpid();
+  const ProcessSigns process = ThisProcess();
   const int result = Run(stopService);
   // The child's one thread has nothing to return to: the rest of the answer is its parent's.
-  if (::getpid() != process) std::_Exit(result);
+  if (ThisProcess() != process) std::_Exit(result);
   return result;
 }
 
