@@ -1,5 +1,7 @@
 #include "host/termination_handler.h"
 
+#include <pthread.h>
+
 #include <cerrno>
 #include <csignal>
 
@@ -9,9 +11,14 @@
 
 void handle_linux_signal(int signalNumber) {
   const int interruptedErrno = errno;
+  // As long as this waits, pthread_cancel(3) must not end the thread in the middle of it, even in a call such as
+  // pause(2), where the C library lets it end at any instruction.
+  int interruptedType = PTHREAD_CANCEL_DEFERRED;
+  ::pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, &interruptedType);
   // Other signals come here only where a module has seen to it.
   const bool left = signalNumber == SIGTERM && launcher::LeaveToStopThread();
   if (!left) launcher::AnswerSignal(signalNumber);
+  ::pthread_setcanceltype(interruptedType, nullptr);
   errno = interruptedErrno;
 }
 
