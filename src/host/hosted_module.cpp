@@ -10,16 +10,10 @@
 namespace launcher {
 namespace {
 
-// Runs the initialisers of a module that is not loaded yet.
-void* OpenUnderModuleMask(const std::string& path) {
-  const ModuleMaskOnStopThread mask;
-  return ::dlopen(path.c_str(), RTLD_LAZY | RTLD_GLOBAL);
-}
-
 // Exit handlers are the module's code too.
 [[noreturn]] void Fail() {
   static_cast<void>(std::fflush(stdout));  // What exit(3) does, but before SIGPIPE may end the process.
-  const ModuleMaskOnStopThread mask;
+  SetModuleMask();
   std::exit(-1);
 }
 
@@ -28,7 +22,9 @@ void* OpenUnderModuleMask(const std::string& path) {
 void* OpenServiceModule(const std::string& path) {
   // Initialisers may write by other ways than stdio, and their lines come after these. What cannot be written is lost.
   static_cast<void>(std::fflush(stdout));
-  void* const module = OpenUnderModuleMask(path);
+  SetModuleMask();
+  void* const module = ::dlopen(path.c_str(), RTLD_LAZY | RTLD_GLOBAL);
+  BlockEverySignal();
   if (module == nullptr) {
     std::printf("open %s failed:%s\n", path.c_str(), ::dlerror());
     Fail();

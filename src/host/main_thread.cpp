@@ -21,7 +21,7 @@ std::uint64_t CountThreads() noexcept {
   return ::stat("/proc/self/task", &tasks) == 0 ? tasks.st_nlink - 2 : 0;
 }
 
-// SIGTERM interrupts the other threads meanwhile, as if this one were gone. What they all block is let in here.
+// SIGTERM interrupts the other threads meanwhile, as if this one were gone. One that they all block is let in here.
 void EndWithOthers(void* /*unused*/) {
   const sigset_t termination = SignalSet({SIGTERM});
   sigset_t ownMask;
@@ -41,7 +41,7 @@ void EndWithOthers(void* /*unused*/) {
 
 // The stop thread would not let the process end by itself, and of a process without a main thread proc(5) shows no
 // command line, by which stop mode knows it. A key's destructor runs at pthread_exit(3) even where the stack cannot be
-// unwound. Of the first keys the C library has always room for the values.
+// unwound. glibc keeps the values of the first 32 keys without allocating.
 void KeepMainThreadUntilOthersEnd() noexcept {
   pthread_key_t key{};
   static char notNull;

@@ -4,58 +4,51 @@
 #include <array>
 #include <atomic>
 #include <bit>
-#include <cstddef>
+#include <cstdint>
 
 #include "base/signals.h"
-#include "host/forked_child.h"
+#include "host/this_process.h"
 
 namespace launcher {
 namespace {
 
 using Words = std::array<unsigned long, sizeof(sigset_t) / sizeof(unsigned long)>;
 
-constinit Words g_startMask{};
 // By words, as handlers may write it on several threads at a time: a mixture of two masks is as good as either.
-constinit std::array<std::atomic<unsigned long>, Words().size()> g_moduleMask{};
-constinit thread_local bool t_isStopThread = false;
-
-Words CurrentMask() noexcept {
-  sigset_t mask = SignalSet({});
-  ::pthread_sigmask(SIG_BLOCK, nullptr, &mask);
-  return std::bit_cast<Words>(mask);
-}
-
-sigset_t ModuleMask() noexcept {
-  Words words;
-  std::copy(g_moduleMask.begin(), g_moduleMask.end(), words.begin());
-  return std::bit_cast<sigset_t>(words);
-}
-
-bool IsInUse() noexcept { return t_isStopThread && !IsForkedChild(); }
+constinit std::array<std::atomic<unsigned long>, Words().size()> g_interrupted{};
+sigset_t g_startMask{};
+constinit thread_local std::uint64_t t_stopThreadOf = 0;  // a process
 
 }  // namespace
 
-void KeepStartMask() noexcept { g_startMask = CurrentMask(); }
-
 void AdoptMask() noexcept {
-  const Words mask = CurrentMask();
-  for (std::size_t i = 0; i < mask.size(); ++i) g_moduleMask[i] = mask[i] | g_startMask[i];
+  sigset_t mask = SignalSet({});
+  ::pthread_sigmask(SIG_BLOCK, nullptr, &mask);
+  std::ranges::copy(std::bit_cast<Words>(mask), g_interrupted.begin());
 }
 
-void BecomeStopThread() noexcept { t_isStopThread = true; }
+void BecomeStopThread(const sigset_t& startMask) noexcept {
+  g_startMask = startMask;
+  t_stopThreadOf = ThisProcess();
+}
 
-bool IsStopThread() noexcept { return t_isStopThread; }
+bool IsStopThread() noexcept { return t_stopThreadOf == ThisProcess(); }
 
-ModuleMaskOnStopThread::ModuleMaskOnStopThread() noexcept {
-  if (!IsInUse()) return;
+void SetModuleMask() noexcept {
+  if (!IsStopThread()) return;
   // One may be pending on the thread and one on the process.
   while (TakePending(SIGPIPE)) continue;
-  const sigset_t mask = ModuleMask();
-  ::pthread_sigmask(SIG_SETMASK, &mask, &ownMask_);
+  Words words;
+  std::copy(g_interrupted.begin(), g_interrupted.end(), words.begin());
+  auto mask = std::bit_cast<sigset_t>(words);
+  sigorset(&mask, &mask, &g_startMask);
+  ::pthread_sigmask(SIG_SETMASK, &mask, nullptr);
 }
 
-ModuleMaskOnStopThread::~ModuleMaskOnStopThread() {
-  if (IsInUse()) ::pthread_sigmask(SIG_SETMASK, &ownMask_, nullptr);
+void BlockEverySignal() noexcept {
+  sigset_t mask;
+  sigfillset(&mask);
+  if (IsStopThread()) ::pthread_sigmask(SIG_SETMASK, &mask, nullptr);
 }
 
 }  // namespace launcher

@@ -30,11 +30,6 @@ constinit thread_local Place* t_place = &g_nowhere;
 
 bool Replace(Place& place, Resumed from, Resumed to) noexcept { return place.compare_exchange_strong(from, to); }
 
-bool IsActionOfTermination(void (*handler)(int)) noexcept {
-  struct sigaction current {};
-  return ::sigaction(SIGTERM, nullptr, &current) == 0 && current.sa_handler == handler;
-}
-
 // Signal 0 only tells whether the thread is still there (kill(2)).
 void Send(int signalNumber, Place& place, Resumed resumed) noexcept {
   const Resumed sent{-std::abs(resumed.thread), resumed.ticket};
@@ -64,7 +59,8 @@ void RememberResumed(std::uint32_t ticket) noexcept {
 }
 
 void InterruptResumed(std::uint32_t answered, void (*handler)(int)) noexcept {
-  if (!IsActionOfTermination(handler)) return;
+  struct sigaction current {};
+  if (::sigaction(SIGTERM, nullptr, &current) != 0 || current.sa_handler != handler) return;
   for (Place& place : g_places) {
     const Resumed resumed = place;
     if (resumed.thread == 0 || !IsAnswered(resumed.ticket, answered)) continue;

@@ -8,7 +8,6 @@ namespace launcher {
 // interrupted once more, so that a loop around pause(2) looks at its condition again: by a SIGTERM that is no stop.
 //
 // Each of them has a place:
-//
 //   state of the place   event                                            next state
 //   free                 the thread goes on                               waits for its answer
 //   waits for its answer the thread's handler runs, for another stop      free
@@ -17,9 +16,8 @@ namespace launcher {
 //   marked               a later answer finds that the thread has ended   free
 //
 // The run that takes a mark counts as the interruption. A handler installed by signal(3) cannot see whether it is: if a
-// stop has come first, that stop takes the mark, and the interruption becomes the stop. The count is right either way,
-// however late one of them arrives. An answer that comes just before the thread goes on does not find the place; the
-// next one interrupts the thread, which did not need it.
+// stop has come first, the interruption becomes the stop. The count is right either way, however late one of them is.
+// An answer that comes just before the thread goes on misses it, and the next one interrupts it without need.
 
 /// How the calling thread left its handler the last time.
 struct LastRun {

@@ -3,27 +3,20 @@
 #include <signal.h>
 
 #include <atomic>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
-#include "host/forked_child.h"
 #include "host/hosted_module.h"
 #include "host/module_mask.h"
+#include "host/this_process.h"
 #include "registry/proc_file_manager.h"
 
 namespace launcher {
 namespace {
 
 constinit std::atomic<bool> g_stopServiceRuns = false;
-
-int Run(decltype(&StopService) stopService) {
-  const ModuleMaskOnStopThread mask;
-  g_stopServiceRuns = true;
-  const int result = stopService();
-  g_stopServiceRuns = false;
-  return result;
-}
 
 int CallStopService() {
   const std::string path = ProcFileManager::GetInstance()->GetModulePath();
@@ -32,10 +25,14 @@ int CallStopService() {
   const auto stopService = FindStopService(module, path);
   std::puts("stop the service ...");
   static_cast<void>(std::fflush(stdout));
-  const ProcessSigns process = ThisProcess();
-  const int result = Run(stopService);
+  const std::uint64_t process = ThisProcess();
+  SetModuleMask();
+  g_stopServiceRuns = true;
+  const int result = stopService();
+  g_stopServiceRuns = false;
   // The child's one thread has nothing to return to: the rest of the answer is its parent's.
   if (ThisProcess() != process) std::_Exit(result);
+  BlockEverySignal();
   return result;
 }
 

@@ -11,10 +11,10 @@
 
 #include "base/futex.h"
 #include "base/signals.h"
-#include "host/forked_child.h"
 #include "host/module_mask.h"
 #include "host/resumed_threads.h"
 #include "host/signal_answer.h"
+#include "host/this_process.h"
 
 namespace launcher {
 namespace {
@@ -23,39 +23,34 @@ using namespace std::chrono_literals;
 
 constinit FutexWord g_requested{};  // stops handed over; each has the number that it made of this, its ticket
 constinit FutexWord g_answered{};   // the ticket of the latest stop that has been answered
-constinit std::atomic<bool> g_isCreated = false;
+constinit std::atomic<std::uint64_t> g_process{};  // the one whose stop thread could be created
 void (*g_handler)(int) = nullptr;
-constinit thread_local Deadline t_mayWaitFrom = Deadline::min();  // the thread does not wait in its handler
+sigset_t g_startMask{};
+constinit thread_local Deadline t_mayWaitFrom = Deadline::min();  // when the thread may wait in its handler again
 
 // Returns whether the stop with `ticket` has been answered. Waits for that until `deadline`.
 bool AwaitAnswer(std::uint32_t ticket, Deadline deadline) noexcept {
-  std::uint32_t answered = g_answered;
-  while (!IsAnswered(ticket, answered)) {
+  for (std::uint32_t answered = g_answered; !IsAnswered(ticket, answered); answered = g_answered) {
     if (!AwaitChange(g_answered, answered, deadline)) return false;
-    answered = g_answered;
   }
   return true;
 }
 
-// The same for an interrupted thread, which may hold what the answer needs.
+// The same for an interrupted thread, which may hold what the answer needs, and may have waited just now.
 bool AwaitAnswerBriefly(std::uint32_t ticket) noexcept {
+  if (!HasPassed(t_mayWaitFrom)) return false;
   const Deadline end = DeadlineIn(1s);
+  bool answered = false;
   do {
-    if (AwaitAnswer(ticket, std::min(end, DeadlineIn(50ms)))) return true;
-  } while (IsStopServiceRunning() && !HasPassed(end));
-  return false;
-}
-
-void AwaitOrGoOn(std::uint32_t ticket) noexcept {
-  if (!HasPassed(t_mayWaitFrom)) return RememberResumed(ticket);
-  const bool answered = AwaitAnswerBriefly(ticket);
+    answered = AwaitAnswer(ticket, std::min(end, DeadlineIn(50ms)));
+  } while (!answered && IsStopServiceRunning() && !HasPassed(end));
   // What has come while the thread waited interrupts it again before it has executed anything of its own.
   if (!answered || IsPending(SIGTERM)) t_mayWaitFrom = DeadlineIn(1s);
-  if (!answered) RememberResumed(ticket);
+  return answered;
 }
 
 void* RunStopThread(void* /*unused*/) noexcept {
-  BecomeStopThread();
+  BecomeStopThread(g_startMask);
   for (;;) {
     if (!AwaitChange(g_requested, g_answered)) continue;
     AnswerSignal(SIGTERM);
@@ -68,19 +63,17 @@ void* RunStopThread(void* /*unused*/) noexcept {
 }  // namespace
 
 void CreateStopThread(void (*handler)(int)) noexcept {
-  NoticeForks();
-  KeepStartMask();
+  CountForks();
   g_handler = handler;
   sigset_t everySignal;
-  sigset_t inherited;
   sigfillset(&everySignal);
-  ::pthread_sigmask(SIG_SETMASK, &everySignal, &inherited);  // The new thread inherits it.
+  ::pthread_sigmask(SIG_SETMASK, &everySignal, &g_startMask);  // The new thread inherits it.
   pthread_t thread{};
-  g_isCreated = ::pthread_create(&thread, nullptr, RunStopThread, nullptr) == 0;
-  ::pthread_sigmask(SIG_SETMASK, &inherited, nullptr);
+  if (::pthread_create(&thread, nullptr, RunStopThread, nullptr) == 0) g_process = ThisProcess();
+  ::pthread_sigmask(SIG_SETMASK, &g_startMask, nullptr);
 }
 
-bool HasStopThread() noexcept { return g_isCreated && !IsForkedChild(); }
+bool HasStopThread() noexcept { return g_process == ThisProcess(); }
 
 bool LeaveToStopThread() noexcept {
   if (!HasStopThread()) return false;
@@ -92,11 +85,8 @@ bool LeaveToStopThread() noexcept {
   // The stop behind the latest answer may have begun. Those after it have not.
   const bool isToBegin = isUnanswered && last.ticket != answered + 1;
   const std::uint32_t ticket = isToBegin ? last.ticket : IncrementAndWake(g_requested);
-  if (isUnanswered) {
-    RememberResumed(ticket);
-  } else if (!IsStopThread()) {  // A StopService that unblocked SIGTERM must not wait for itself.
-    AwaitOrGoOn(ticket);
-  }
+  // A StopService that unblocked SIGTERM must not wait for itself.
+  if (!IsStopThread() && (isUnanswered || !AwaitAnswerBriefly(ticket))) RememberResumed(ticket);
   return true;
 }
 

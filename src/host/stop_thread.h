@@ -4,27 +4,24 @@
 
 namespace launcher {
 
-// Why there is a stop thread
-//
 // To stop a service means to print, to allocate, to call the dynamic loader and to run the module's own code. A signal
 // handler may do none of it: the code that it interrupted may hold the lock of standard output, the allocator's, the
 // loader's or one of the module's, and cannot give it back before the handler returns (signal-safety(7)). So the
 // handler only hands the stop over, and a thread of our own answers it, which interrupts nobody.
 //
-// What it promises
+// What this promises:
 //
-// - Every stop handed over is answered once; answers follow one another in the order of the signals.
-// - The interrupted thread stays in its handler until its stop has been answered, so that the code which it returns to
-//   sees what `StopService` did. Nobody can know whether it holds a lock that the answer needs, so it goes on after a
-//   second, and after a twentieth of one while no `StopService` runs: the launcher itself takes locks for microseconds
-//   only. It is interrupted once more when its stop has been answered (resumed_threads.h).
+// - Every stop handed over is answered once, in the order of the signals.
+// - The interrupted thread waits in its handler for the answer, so that the code which it returns to sees what
+//   `StopService` did. It may hold a lock that the answer needs, which nobody can know. So it goes on after a second,
+//   and after a twentieth of one while no `StopService` runs: the launcher itself takes locks for microseconds only.
+//   When its stop has been answered, it is interrupted once more (resumed_threads.h).
 // - However many signals come, the interrupted thread has time of its own, if the kernel leaves it any. One that went
-//   on does not wait again until its stop has been answered. One that went on, or for which more has come while it
-//   waited, does not wait within the next second. And as with the kernel's own pending signals, what comes to a thread
-//   that went on counts as the stop that it has handed over before, as long as that one is still to begin.
+//   on does not wait again before its stop has been answered. Nor does it within the next second, as one for which more
+//   has come while it waited. What comes to a thread that went on counts as the stop that it has handed over, as long
+//   as that one is still to begin: the kernel's own pending signals are merged in the same way.
 // - No signal is blocked on any other thread, and none but SIGPIPE is lost on this one: the launcher's lines into a
 //   closed pipe do not end a service that is yet to be stopped.
-// - A forked process has no such thread, and LeaveToStopThread says so there.
 
 /// Creates the thread, which from then on calls AnswerSignal for each stop handed over. `handler` is the signal handler
 /// that calls LeaveToStopThread. Once each process, on the main thread, before the first LeaveToStopThread. If the
@@ -40,9 +37,8 @@ void CreateStopThread(void (*handler)(int)) noexcept;
 /// itself. Makes no call that is unsafe in a signal handler, and may change `errno`.
 [[nodiscard]] bool LeaveToStopThread() noexcept;
 
-/// Waits until the stops that have been handed over by now are answered, or until `deadline` has passed. Not for those
-/// that come meanwhile: they may never end. Returns at once where nobody else would answer: on the stop thread, and
-/// where there is none.
+/// Waits until the stops that have been handed over by now are answered, or until `deadline` has passed. Those that
+/// come meanwhile may have no end. Returns at once where nobody else would answer: on the stop thread, or without one.
 void AwaitAcceptedStops(Deadline deadline = Deadline::max()) noexcept;
 
 }  // namespace launcher
