@@ -11,6 +11,12 @@ sigset_t SignalSet(std::initializer_list<int> signalNumbers) noexcept {
   return set;
 }
 
+sigset_t EverySignal() noexcept {
+  sigset_t set;
+  sigfillset(&set);
+  return set;
+}
+
 bool IsPending(int signalNumber) noexcept {
   sigset_t pending;
   return ::sigpending(&pending) == 0 && sigismember(&pending, signalNumber) == 1;

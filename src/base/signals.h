@@ -9,6 +9,9 @@ namespace launcher {
 /// The set of these signals.
 [[nodiscard]] sigset_t SignalSet(std::initializer_list<int> signalNumbers) noexcept;
 
+/// The set of all signals.
+[[nodiscard]] sigset_t EverySignal() noexcept;
+
 /// Whether the signal is pending on the calling thread or the process. Also for signal handlers.
 [[nodiscard]] bool IsPending(int signalNumber) noexcept;
 

@@ -44,8 +44,7 @@ void EndWithOthers(void* /*unused*/) {
 // unwound. glibc keeps the values of the first 32 keys without allocating.
 void KeepMainThreadUntilOthersEnd() noexcept {
   pthread_key_t key{};
-  static char notNull;
-  if (::pthread_key_create(&key, EndWithOthers) == 0) ::pthread_setspecific(key, &notNull);
+  if (::pthread_key_create(&key, EndWithOthers) == 0) ::pthread_setspecific(key, "not null");
 }
 
 }  // namespace launcher

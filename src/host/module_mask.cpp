@@ -46,9 +46,8 @@ void SetModuleMask() noexcept {
 }
 
 void BlockEverySignal() noexcept {
-  sigset_t mask;
-  sigfillset(&mask);
-  if (IsStopThread()) ::pthread_sigmask(SIG_SETMASK, &mask, nullptr);
+  const sigset_t everySignal = EverySignal();
+  if (IsStopThread()) ::pthread_sigmask(SIG_SETMASK, &everySignal, nullptr);
 }
 
 }  // namespace launcher

@@ -36,10 +36,17 @@ void AwaitStopsAtExit() {
   AwaitAcceptedStops(end);
 }
 
+// exit(3) goes on to write what is in buffers, without a lock. A stop that prints at that moment would double lines.
+void AwaitLastStopsAtExit() {
+  AwaitStopsAtExit();
+  DropStops();
+  AwaitStopsAtExit();
+}
+
 // Exit handlers run in the reverse order of their registration, and the destructors of static objects with them: one
 // waits behind those of the module, one in front. Where there is no memory to register them, exit(3) does not wait.
 decltype(&Bootstrap) LoadBetweenExitHandlers(const std::string& path) {
-  static_cast<void>(std::atexit(AwaitStopsAtExit));
+  static_cast<void>(std::atexit(AwaitLastStopsAtExit));
   const auto bootstrap = FindBootstrap(OpenServiceModule(path), path);
   static_cast<void>(std::atexit(AwaitStopsAtExit));
   return bootstrap;

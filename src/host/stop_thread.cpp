@@ -24,6 +24,7 @@ using namespace std::chrono_literals;
 constinit FutexWord g_requested{};  // stops handed over; each has the number that it made of this, its ticket
 constinit FutexWord g_answered{};   // the ticket of the latest stop that has been answered
 constinit std::atomic<std::uint64_t> g_process{};  // the one whose stop thread could be created
+constinit std::atomic<bool> g_dropsStops = false;
 void (*g_handler)(int) = nullptr;
 sigset_t g_startMask{};
 constinit thread_local Deadline t_mayWaitFrom = Deadline::min();  // when the thread may wait in its handler again
@@ -53,7 +54,7 @@ void* RunStopThread(void* /*unused*/) noexcept {
   BecomeStopThread(g_startMask);
   for (;;) {
     if (!AwaitChange(g_requested, g_answered)) continue;
-    AnswerSignal(SIGTERM);
+    if (!g_dropsStops) AnswerSignal(SIGTERM);
     // A SIGTERM that StopService raised at its own thread would stay pending here for good. The process can take it.
     if (TakePending(SIGTERM)) ::kill(::getpid(), SIGTERM);
     InterruptResumed(IncrementAndWake(g_answered), g_handler);
@@ -63,10 +64,8 @@ void* RunStopThread(void* /*unused*/) noexcept {
 }  // namespace
 
 void CreateStopThread(void (*handler)(int)) noexcept {
-  CountForks();
   g_handler = handler;
-  sigset_t everySignal;
-  sigfillset(&everySignal);
+  const sigset_t everySignal = EverySignal();
   ::pthread_sigmask(SIG_SETMASK, &everySignal, &g_startMask);  // The new thread inherits it.
   pthread_t thread{};
   if (::pthread_create(&thread, nullptr, RunStopThread, nullptr) == 0) g_process = ThisProcess();
@@ -93,5 +92,7 @@ bool LeaveToStopThread() noexcept {
 void AwaitAcceptedStops(Deadline deadline) noexcept {
   if (HasStopThread() && !IsStopThread()) AwaitAnswer(g_requested, deadline);
 }
+
+void DropStops() noexcept { g_dropsStops = true; }
 
 }  // namespace launcher

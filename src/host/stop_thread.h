@@ -7,9 +7,7 @@ namespace launcher {
 // To stop a service means to print, to allocate, to call the dynamic loader and to run the module's own code. A signal
 // handler may do none of it: the code that it interrupted may hold the lock of standard output, the allocator's, the
 // loader's or one of the module's, and cannot give it back before the handler returns (signal-safety(7)). So the
-// handler only hands the stop over, and a thread of our own answers it, which interrupts nobody.
-//
-// What this promises:
+// handler only hands the stop over, and a thread of our own answers it, which interrupts nobody. It promises:
 //
 // - Every stop handed over is answered once, in the order of the signals.
 // - The interrupted thread waits in its handler for the answer, so that the code which it returns to sees what
@@ -40,5 +38,8 @@ void CreateStopThread(void (*handler)(int)) noexcept;
 /// Waits until the stops that have been handed over by now are answered, or until `deadline` has passed. Those that
 /// come meanwhile may have no end. Returns at once where nobody else would answer: on the stop thread, or without one.
 void AwaitAcceptedStops(Deadline deadline = Deadline::max()) noexcept;
+
+/// From now on, a stop that is still to begin counts as answered: no `StopService` is called for it.
+void DropStops() noexcept;
 
 }  // namespace launcher

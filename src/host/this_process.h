@@ -4,9 +4,6 @@
 
 namespace launcher {
 
-/// Lets ThisProcess tell this process from the children that it will have. Once each process, on the main thread.
-void CountForks() noexcept;
-
 /// A number of this process, never 0, that no process which it is forked off or forks off has. Any thread, also in a
 /// signal handler.
 [[nodiscard]] std::uint64_t ThisProcess() noexcept;
