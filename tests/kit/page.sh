@@ -1,10 +1,8 @@
 #!/bin/bash
-# page.sh PREFIX DIRECTORY: follows the page for authors by the letter, in an empty directory. Only the reader's pause
-# before the stop is put in: until there is what to stop.
+# page.sh PREFIX DIRECTORY: follows the page for authors by the letter, in an empty directory. Whatever becomes of it,
+# the service ends with the page, and both after 100 seconds.
 set -euo pipefail
 cd "$2"
-sed -n '/^```sh/,/^```$/p' "$1/share/doc/launcher/service-modules.md" |
-  sed '/^```/d; s/^launcher .* &$/setpriv --pdeathsig KILL &/
-    /-s=stop/i until [ -s launcher_1.pid ]; do sleep 0.1; done' >page
-PATH=$1/bin:$PATH bash -eu page | tee log
+sed -n '/^```sh/,/^```$/{/^```/!p}' "$1/share/doc/launcher/service-modules.md" >page
+PATH=$1/bin:$PATH timeout -s KILL 100 bash -euc 'trap "jobs -p | xargs -r kill -KILL" EXIT; . ./page' | tee log
 grep -qx 'agent ends' log && grep -qx 'the service ended with status 0' log
