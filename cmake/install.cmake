@@ -26,5 +26,5 @@ install(FILES cmake/launcher-config.cmake cmake/launcher_add_service_module.cmak
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/launcher.pc DESTINATION ${pkgconfig_dir})
 install(FILES man/service-module.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7)
 install(FILES docs/service-modules.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY examples/minimal examples/ticker examples/http examples/rust examples/go
+install(DIRECTORY examples/minimal examples/ticker examples/http examples/rust examples/go examples/python
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)

@@ -5,7 +5,10 @@ set -euo pipefail
 source=$(echo "$1"/agent.*)
 command=$(sed -nE 's|^//[[:blank:]]+(.* -o libagent.so .*)|\1|p' "$source")
 compiler=${command%% *}
-{ "$compiler" --version || "$compiler" version; } >/dev/null 2>&1 || { echo "skipped: no $compiler runs here"; exit; }
+case $compiler in
+  cc) pkg-config --exists python3-embed ;;
+  *) "$compiler" --version || "$compiler" version ;;
+esac >/dev/null 2>&1 || { echo "skipped: what $compiler needs is not here"; exit; }
 cmake --install "$2" --prefix "$3/prefix" >/dev/null
 cd "$3"
 export PKG_CONFIG_PATH=$3/prefix/share/pkgconfig CGO_CFLAGS=-I$3/prefix/include XDG_CACHE_HOME=$3 XDG_CONFIG_HOME=$3
