@@ -6,7 +6,7 @@ set -euo pipefail
 packages=$(realpath -m "${1:-$(dirname "${BASH_SOURCE[0]}")/../build/packages}")
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/install.sh build-essential cmake debhelper libgtest-dev pkgconf python3
+scripts/install.sh .
 # A copy, because the packages end up beside the tree that they are built from.
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT

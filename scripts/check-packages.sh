@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/install.sh blhc gcc libc6-dev lintian mandoc pkgconf systemd
+scripts/install.sh blhc lintian mandoc systemd
 scripts/build-packages.sh
 DEB_BUILD_OPTIONS=nocheck scripts/build-packages.sh build/packages-again
 (cd build/packages && sha256sum -- *.deb) | tee build/packages.sha256

@@ -3,6 +3,6 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/install.sh cmake g++ make ninja-build libgtest-dev libcpp-httplib-dev pkgconf lld python3 util-linux
+scripts/install.sh . ninja-build libcpp-httplib-dev lld
 cmake --workflow --preset dev
 scripts/check-packages.sh
