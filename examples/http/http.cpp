@@ -3,11 +3,9 @@
 
 #include <httplib.h>
 #include <launcher/service_module.h>
-#include <linux/filter.h>
 #include <poll.h>
 #include <sys/socket.h>
 
-#include <array>
 #include <atomic>
 #include <charconv>
 #include <chrono>
@@ -59,24 +57,10 @@ int Bind(httplib::Server& server, int port) {
   return server.bind_to_port("127.0.0.1", port) ? port : -1;
 }
 
-// Lets nobody else connect, while those who have connected are still accepted: closing the socket would reset them.
-// SYN is bit 2 of the 14th byte of the TCP header; a client whose SYN is dropped tries again and is refused later.
-bool DropNewConnections(int listener) {
-  std::array<sock_filter, 4> instructions = {{
-      BPF_STMT(BPF_LD | BPF_B | BPF_ABS, 13),
-      BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, 2, 0, 1),
-      BPF_STMT(BPF_RET | BPF_K, 0),
-      BPF_STMT(BPF_RET | BPF_K, 0xffffffff),
-  }};
-  const sock_fprog filter = {instructions.size(), instructions.data()};
-  return setsockopt(listener, SOL_SOCKET, SO_ATTACH_FILTER, &filter, sizeof filter) == 0;
-}
-
-// Waits until nobody has been waiting to be accepted for a tenth of a second, time enough for a connection that was
-// being made.
+// Waits until those who have connected are accepted: a shutdown of the socket resets who is still waiting.
 void AwaitAccepted(int listener) {
   pollfd waiting = {listener, POLLIN, 0};
-  while (poll(&waiting, 1, 100) > 0 && (waiting.revents & POLLERR) == 0) {
+  while (poll(&waiting, 1, 0) > 0 && waiting.revents == POLLIN) {
     std::this_thread::sleep_for(std::chrono::milliseconds(1));
   }
 }
@@ -114,7 +98,7 @@ int Bootstrap(int argc, char** argv) {
     RequestStop();
   });
   stopRequested.wait(false);
-  if (DropNewConnections(listener)) AwaitAccepted(listener);
+  AwaitAccepted(listener);
   // Not Server::stop: that drops the connections which no thread has taken up yet, and cuts off streamed answers. When
   // its socket accepts no more, the server answers all that it has accepted, and returns.
   shutdown(listener, SHUT_RDWR);
