@@ -10,8 +10,14 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/launcher-config-ver
 set(prefix /prefix)
 cmake_path(RELATIVE_PATH prefix BASE_DIRECTORY /prefix/${pkgconfig_dir} OUTPUT_VARIABLE pkgconfig_to_prefix)
 configure_file(cmake/launcher.pc.in launcher.pc @ONLY)
+# The unit in debian/ names the places of the package.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS debian/launcher@.service)
+file(READ debian/launcher@.service unit)
+string(REGEX REPLACE "/usr(/[a-z/]*/launcher)" "${CMAKE_INSTALL_PREFIX}\\1" unit "${unit}")
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/launcher@.service "${unit}")
 
 install(TARGETS launcher)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/launcher@.service DESTINATION lib/systemd/system)
 install(FILES man/launcher.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES README.md docs/operating.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES docs/examples/agent.conf docs/examples/agent.yaml docs/examples/Dockerfile
