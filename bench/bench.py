@@ -17,14 +17,16 @@ import tempfile
 
 BUILD = pathlib.Path(sys.argv[1]).resolve()
 BENCH = BUILD / "bench"
-LAUNCHER, EMPTY, FLOOR = BUILD / "src/launcher", BENCH / "empty", BENCH / "floor"
+LAUNCHER, EMPTY = BUILD / "src/launcher", BENCH / "empty"
+HOSTS = ("floor", "sigwait", "launcher")
 ENVIRONMENT = {"PATH": os.environ["PATH"], "LD_LIBRARY_PATH": str(BENCH), "NORV_ROOT": "."}
 RECORD = pathlib.Path("var/oss_tmp/svc_0.pid")
 DELIVERY_RUNS = 8  # of 250 deliveries each
 
 
-def hosted(work, *options):
-    return [LAUNCHER, "-boot=service", *options, work]
+def hosted(host, module, *arguments):
+    command = [LAUNCHER, f"-boot={module}"] if host == "launcher" else [BENCH / host, f"lib{module}.so"]
+    return [*command, *arguments]
 
 
 def table(title, columns, rows):
@@ -50,8 +52,8 @@ def table_of_instructions(title, counts):
 
 
 def start():
-    table_of_instructions("Start: the whole process, whose Bootstrap returns at once", {
-        "floor": instructions([FLOOR, "libservice.so", "once"]), "launcher": instructions(hosted("once"))})
+    table_of_instructions("Start: the whole process, whose Bootstrap returns at once",
+                          {host: instructions(hosted(host, "service", "once")) for host in HOSTS})
 
 
 def stop():
@@ -81,14 +83,13 @@ def deliver(command):
 def deliveries():
     rows = []
     for work in ("idle", "busy"):
-        commands = {"launcher": hosted(work), "in the handler": [BENCH / "in_handler", "libservice.so", work]}
-        for name, command in commands.items():
+        for host in ("launcher", "sigwait", "in_handler"):
             with concurrent.futures.ThreadPoolExecutor(os.cpu_count() if work == "busy" else 1) as pool:
-                runs = list(pool.map(deliver, [command] * DELIVERY_RUNS))
+                runs = list(pool.map(deliver, [hosted(host, "service", work)] * DELIVERY_RUNS))
             times = sorted(value for values, _ in runs for value in values)
             ends = collections.Counter(end for _, end in runs)
             parts = (f"{times[int(len(times) * part)]:.0f}" for part in (0.5, 0.99))
-            rows.append((f"{name}, {work}", len(times), *parts, f"{times[-1]:.0f}",
+            rows.append((f"{host}, {work}", len(times), *parts, f"{times[-1]:.0f}",
                          sum(value > 100_000 for value in times),
                          ", ".join(f"{count} {end}" for end, count in ends.items())))
     table(f"SIGTERM to StopService: microseconds over {DELIVERY_RUNS} processes, each until 250 deliveries or its end",
@@ -98,32 +99,29 @@ def deliveries():
 def work(command):
     """Nanoseconds of each benchmark that the command runs."""
     lines = run(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.splitlines()
-    return {row[0]: float(row[3]) for row in csv.reader(lines) if len(row) > 3 and row[1].isdigit()}
+    return {row[0] + ", ns": float(row[3]) for row in csv.reader(lines) if len(row) > 3 and row[1].isdigit()}
 
 
-def peak_memory(command):
-    """Kibibytes of memory at most in use by a process until its service waits."""
+def memory(command):
+    """Kibibytes of a process whose service waits: at most until then, and what is mapped from no file (proc(5))."""
     with subprocess.Popen(command, env=ENVIRONMENT, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE) as process:
         process.stderr.readline()
         status = pathlib.Path(f"/proc/{process.pid}/status").read_text(encoding="ascii")
         process.kill()
-    return int(re.search(r"VmHWM:\s+(\d+)", status)[1])
+    return {f"{name} memory of an idle service, KiB": int(re.search(field + r":\s+(\d+)", status)[1])
+            for name, field in {"peak": "VmHWM", "anonymous": "RssAnon"}.items()}
 
 
 def hosting():
-    """The very same libraries in both hosts, so that the host is all that differs."""
+    """The very same libraries in each host, so that the host is all that differs."""
     options = ["--benchmark_format=csv", "--benchmark_min_time=0.2"]
-    commands = {"floor": [FLOOR, "libwork.so", *options], "launcher": [LAUNCHER, "-boot=work", *options]}
-    rounds = [{name: work(command) for name, command in commands.items()} for _ in range(9)]
+    rounds = [{host: work(hosted(host, "work", *options)) | memory(hosted(host, "service", "wait")) for host in HOSTS}
+              for _ in range(9)]
     rows = []
     for task in rounds[0]["floor"]:
-        floor, launcher = (statistics.median(measured[name][task] for measured in rounds) for name in commands)
-        rows.append((task + ", ns", f"{floor:.1f}", f"{launcher:.1f}", f"{launcher / floor:.2f}"))
-    floor, launcher = (statistics.median(peak_memory(command) for _ in range(9))
-                       for command in ([FLOOR, "libservice.so", "wait"], hosted("wait")))
-    rows.append(("peak memory of an idle service, KiB", floor, launcher, f"{launcher / floor:.2f}"))
-    table("Hosting: the same module in either host, median of 9 (CPU time)",
-          ["work", "floor", "launcher", "ratio"], rows)
+        medians = [statistics.median(measured[host][task] for measured in rounds) for host in HOSTS]
+        rows.append((task, *(round(median, 1) for median in medians), f"{medians[-1] / medians[0]:.2f}"))
+    table("Hosting: the same module in each host, median of 9 (CPU time)", ["work", *HOSTS, "launcher / floor"], rows)
 
 
 def main():
