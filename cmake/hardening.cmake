@@ -1,5 +1,5 @@
-# The flags with which Debian builds programs that face the world; its own packages get them from Debian's tools. Each
-# compiler and architecture takes some of the last three.
+# The flags with which Debian builds programs that face the world, for its packages too: the tools of Debian 12 leave
+# out the last three, of which each compiler and architecture takes some.
 include(CheckCXXCompilerFlag)
 
 add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong -Wformat -Werror=format-security)
