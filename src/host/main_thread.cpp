@@ -21,7 +21,8 @@ std::uint64_t CountThreads() noexcept {
   return ::stat("/proc/self/task", &tasks) == 0 ? tasks.st_nlink - 2 : 0;
 }
 
-// SIGTERM interrupts the other threads meanwhile, as if this one were gone. One that they all block is let in here.
+// SIGTERM interrupts the other threads meanwhile, as if this one were gone. A SIGTERM that they all block is let in
+// here.
 void EndWithOthers(void* /*unused*/) {
   const sigset_t termination = SignalSet({SIGTERM});
   sigset_t ownMask;
@@ -33,7 +34,7 @@ void EndWithOthers(void* /*unused*/) {
     ::pthread_sigmask(SIG_BLOCK, &termination, nullptr);
   }
   ::pthread_sigmask(SIG_SETMASK, &ownMask, nullptr);
-  AwaitAcceptedStops();
+  AwaitStopsSoFar();
   std::exit(0);
 }
 

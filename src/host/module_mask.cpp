@@ -16,19 +16,20 @@ using Words = std::array<unsigned long, sizeof(sigset_t) / sizeof(unsigned long)
 
 // By words, as handlers may write it on several threads at a time: a mixture of two masks is as good as either.
 constinit std::array<std::atomic<unsigned long>, Words().size()> g_interrupted{};
-sigset_t g_startMask{};
-constinit thread_local std::uint64_t t_stopThreadOf = 0;  // a process
+constinit thread_local const sigset_t* t_startMask = nullptr;
+constinit thread_local std::uint64_t t_stopThreadOf = 0;  // the process, on its stop thread
 
 }  // namespace
 
-void AdoptMask() noexcept {
+void NoteInterruptedMask() noexcept {
   sigset_t mask = SignalSet({});
   ::pthread_sigmask(SIG_BLOCK, nullptr, &mask);
+  sigaddset(&mask, SIGTERM);  // A handler of the module's own may have called this one.
   std::ranges::copy(std::bit_cast<Words>(mask), g_interrupted.begin());
 }
 
 void BecomeStopThread(const sigset_t& startMask) noexcept {
-  g_startMask = startMask;
+  t_startMask = &startMask;
   t_stopThreadOf = ThisProcess();
 }
 
@@ -41,7 +42,7 @@ void SetModuleMask() noexcept {
   Words words;
   std::copy(g_interrupted.begin(), g_interrupted.end(), words.begin());
   auto mask = std::bit_cast<sigset_t>(words);
-  sigorset(&mask, &mask, &g_startMask);
+  sigorset(&mask, &mask, t_startMask);
   ::pthread_sigmask(SIG_SETMASK, &mask, nullptr);
 }
 

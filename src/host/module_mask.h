@@ -9,10 +9,10 @@ namespace launcher {
 
 /// In the handler, on the interrupted thread, before its stop is handed over: what is blocked here will be blocked for
 /// the module's code. Of several such threads, any may be the one that counts.
-void AdoptMask() noexcept;
+void NoteInterruptedMask() noexcept;
 
 /// Makes the calling thread, which has to block every signal, the stop thread of this process. What `startMask` blocks
-/// is always blocked for the module's code.
+/// is always blocked for the module's code; it has to live as long as the thread.
 void BecomeStopThread(const sigset_t& startMask) noexcept;
 
 /// Whether the calling thread is the stop thread of this process. Also in a signal handler.

@@ -19,13 +19,13 @@ namespace {
 constinit std::atomic<bool> g_stopServiceRuns = false;
 
 int CallStopService() {
+  const std::uint64_t process = ThisProcess();
   const std::string path = ProcFileManager::GetInstance()->GetModulePath();
   void* const module = OpenServiceModule(path);
   std::puts("received quit symbol");
   const auto stopService = FindStopService(module, path);
   std::puts("stop the service ...");
   static_cast<void>(std::fflush(stdout));
-  const std::uint64_t process = ThisProcess();
   SetModuleMask();
   g_stopServiceRuns = true;
   const int result = stopService();

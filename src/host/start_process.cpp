@@ -33,7 +33,7 @@ void Register(const LaunchContext& context) {
 // exit(3) may hold a lock that it needs, or be the watchdog that ends a hanging stop.
 void AwaitStopsAtExit() {
   static const Deadline end = DeadlineIn(std::chrono::seconds(10));
-  AwaitAcceptedStops(end);
+  AwaitStopsSoFar(end);
 }
 
 // exit(3) goes on to write what is in buffers, without a lock. A stop that prints at that moment would double lines.
@@ -43,19 +43,13 @@ void AwaitLastStopsAtExit() {
   AwaitStopsAtExit();
 }
 
-// Exit handlers run in the reverse order of their registration, and the destructors of static objects with them: one
-// waits behind those of the module, one in front. Where there is no memory to register them, exit(3) does not wait.
-decltype(&Bootstrap) LoadBetweenExitHandlers(const std::string& path) {
-  static_cast<void>(std::atexit(AwaitLastStopsAtExit));
-  const auto bootstrap = FindBootstrap(OpenServiceModule(path), path);
-  static_cast<void>(std::atexit(AwaitStopsAtExit));
-  return bootstrap;
-}
-
 }  // namespace
 
 int StartProcess(int argc, char** argv, const LaunchContext& context) {
   const std::string path = GetBootModulePath(context);
+  // Exit handlers run in the reverse order of their registration, and the destructors of static objects with them: this
+  // one behind those of the module, whoever loads it, and the next in front. Without memory for them, nothing waits.
+  static_cast<void>(std::atexit(AwaitLastStopsAtExit));
   // Before the registry, which installs the handler: the first SIGTERM that is handled finds the thread running.
   CreateStopThread(handle_linux_signal);
   ProcFileManager::GetInstance()->SetModulePath(path);
@@ -63,12 +57,13 @@ int StartProcess(int argc, char** argv, const LaunchContext& context) {
   const sigset_t termination = SignalSet({SIGTERM});
   ::pthread_sigmask(SIG_UNBLOCK, &termination, nullptr);
   Register(context);
-  const auto bootstrap = LoadBetweenExitHandlers(path);
+  const auto bootstrap = FindBootstrap(OpenServiceModule(path), path);
+  static_cast<void>(std::atexit(AwaitStopsAtExit));
   KeepMainThreadUntilOthersEnd();
-  AwaitAcceptedStops();
+  AwaitStopsSoFar();
   const int result = bootstrap(argc, argv);
   // Before exit(3), which does not wait as long, and so that a StopService which calls it is the first to do so.
-  AwaitAcceptedStops();
+  AwaitStopsSoFar();
   return result;
 }
 

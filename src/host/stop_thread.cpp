@@ -66,7 +66,7 @@ void* RunStopThread(void* /*unused*/) noexcept {
 void CreateStopThread(void (*handler)(int)) noexcept {
   g_handler = handler;
   const sigset_t everySignal = EverySignal();
-  ::pthread_sigmask(SIG_SETMASK, &everySignal, &g_startMask);  // The new thread inherits it.
+  ::pthread_sigmask(SIG_SETMASK, &everySignal, &g_startMask);  // The new thread begins with that.
   pthread_t thread{};
   if (::pthread_create(&thread, nullptr, RunStopThread, nullptr) == 0) g_process = ThisProcess();
   ::pthread_sigmask(SIG_SETMASK, &g_startMask, nullptr);
@@ -78,7 +78,7 @@ bool LeaveToStopThread() noexcept {
   if (!HasStopThread()) return false;
   const LastRun last = TakeLastRun();
   if (last.wasInterrupted) return true;
-  AdoptMask();
+  NoteInterruptedMask();
   const std::uint32_t answered = g_answered;
   const bool isUnanswered = last.wentOn && !IsAnswered(last.ticket, answered);
   // The stop behind the latest answer may have begun. Those after it have not.
@@ -89,10 +89,12 @@ bool LeaveToStopThread() noexcept {
   return true;
 }
 
-void AwaitAcceptedStops(Deadline deadline) noexcept {
+void AwaitStopsSoFar(Deadline deadline) noexcept {
   if (HasStopThread() && !IsStopThread()) AwaitAnswer(g_requested, deadline);
 }
 
-void DropStops() noexcept { g_dropsStops = true; }
+void DropStops() noexcept {
+  if (HasStopThread()) g_dropsStops = true;
+}
 
 }  // namespace launcher

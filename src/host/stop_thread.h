@@ -9,7 +9,7 @@ namespace launcher {
 // loader's or one of the module's, and cannot give it back before the handler returns (signal-safety(7)). So the
 // handler only hands the stop over, and a thread of our own answers it, which interrupts nobody. It promises:
 //
-// - Every stop handed over is answered once, in the order of the signals.
+// - Every stop handed over is answered once, in the order of the signals, up to DropStops.
 // - The interrupted thread waits in its handler for the answer, so that the code which it returns to sees what
 //   `StopService` did. It may hold a lock that the answer needs, which nobody can know. So it goes on after a second,
 //   and after a twentieth of one while no `StopService` runs: the launcher itself takes locks for microseconds only.
@@ -37,7 +37,7 @@ void CreateStopThread(void (*handler)(int)) noexcept;
 
 /// Waits until the stops that have been handed over by now are answered, or until `deadline` has passed. Those that
 /// come meanwhile may have no end. Returns at once where nobody else would answer: on the stop thread, or without one.
-void AwaitAcceptedStops(Deadline deadline = Deadline::max()) noexcept;
+void AwaitStopsSoFar(Deadline deadline = Deadline::max()) noexcept;
 
 /// From now on, a stop that is still to begin counts as answered: no `StopService` is called for it.
 void DropStops() noexcept;

@@ -11,8 +11,8 @@
 
 void handle_linux_signal(int signalNumber) {
   const int interruptedErrno = errno;
-  // As long as this waits, pthread_cancel(3) must not end the thread in the middle of it, even in a call such as
-  // pause(2), where the C library lets it end at any instruction.
+  // pthread_cancel(3) must not end the thread while this waits, as it would where the thread may be cancelled at any
+  // instruction: before glibc 2.41, in every call such as pause(2).
   int interruptedType = PTHREAD_CANCEL_DEFERRED;
   ::pthread_setcanceltype(PTHREAD_CANCEL_DEFERRED, &interruptedType);
   // Other signals come here only where a module has seen to it.
