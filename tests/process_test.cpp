@@ -112,10 +112,11 @@ const Row rows[] = {
     {"WhileLoading", "WHILE_LOADING=raise ON_STOP=sleep", "-do=print", answered + "stops 1\n[0]"},
     {"BootstrapReturns", "ON_STOP=hold,sleep,interrupt,sleep,print", "-do=see_exit,raise,release",
      answered + "stops 0\ndestroyed\n[0]"},
-    {"BootstrapExits", "ON_STOP=await_exit,sleep,print", "-do=see_exit,raise_on_thread,await_begin,exit",
-     answered + "stops 0, exiting\ndestroyed\n[3]"},
+    {"BootstrapExits", "ON_STOP=await_exit,sleep,sleep,sleep,sleep,sleep,sleep,print",
+     "-do=see_exit,raise_on_thread,await_begin,exit", answered + "stops 0, exiting\ndestroyed\n[3]"},
     {"AllHasEnded", faults + "RAISE_LAST=1", "-do=print", started + "stops 0\n[0]"},
-    {"DestructorRuns", "ON_STOP=sleep,print", "-do=raise_at_end", answered + "stops 0\n[0]"},
+    {"DestructorRuns", faults + "RAISE_BEFORE_LOADING=1 ON_STOP=sleep,print", "-do=raise_at_end",
+     answered + "stops 0\n" + answer + "stops 1\n[0]"},
     // It leaves a stack that is not unwound; what that owns is no leak.
     {"MainThreadLeaves", "LSAN_OPTIONS=detect_leaks=0 ON_STOP=print", "-do=end_on_thread,leave",
      answered + "stops 0\n" + answer + "stops 1\nthread ends\n[0]", "svc", kSkipsWithTsan},
@@ -123,12 +124,13 @@ const Row rows[] = {
      "svc", kSkipsWithTsan},
     // But exit(3) waits for ten seconds only, and a StopService that calls it waits for nobody.
     {"StopWaitsForExit", "ON_STOP=join_exit", "-do=see_exit,raise,await", answered + "destroyed\n[3]"},
-    {"StopExits", "ON_STOP=hold,sleep,exit", "-do=see_exit,raise_on_thread,await_begin,release",
+    {"StopExits", "ON_STOP=hold,sleep,exit", "-do=tell_if_late,see_exit,raise_on_thread,await_begin,release",
      answered + "destroyed\n[3]"},
 
     // What StopService runs under, and what it leaves behind.
     {"MaskOfInterruptedThread", faults + "BLOCKED=USR2 ON_STOP=print_mask", "-do=block_usr1,unblock_usr2,raise,await",
      answered + "USR1 1, USR2 1\n[0]", "svc", kSkipsWithTsan},
+    {"OwnHandlerCallsLaunchers", "", "-do=call_handler", started + served},
     {"StartBlocked", faults + "BLOCKED=TERM RAISE_INSTALLED=1", "-do=raise,await | grep -c ^stop.the", "2\n[0]"},
     {"NoDescriptorIsLeft", "; exec 3>&-", "-do=print_descriptor", started + "descriptor 3\n[0]"},
     {"Cancelled", "ON_STOP=hold LSAN_OPTIONS=detect_leaks=0", "-do=cancel_interrupted", started + served},
