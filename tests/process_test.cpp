@@ -104,8 +104,8 @@ const Row rows[] = {
     {"OwnHandlerIsNotSetOff", "ON_STOP=own_handler,hold", "-do=raise,release,await,sleep", started + served},
 
     // It has time of its own while signals come all the time, and the process ends.
-    {"StreamAgainstLocks", "ON_STOP=lock,allocate,unlock", "-do=stream,work_with_locks | grep ^work", "work done\n[0]"},
-    {"StreamOfSlowStops", "WHILE_LOADING=stream ON_STOP=sleep", "-do=expect_few_more | grep ^few", "few more stops\n[0]"},
+    {"StreamOfStops", "ON_STOP=sleep", "-do=stream,await_ten,print | grep -c ^stops", "1\n[0]"},
+    {"StreamFromLoading", "WHILE_LOADING=stream ON_STOP=sleep", "-do=expect_few_more | grep ^few", "few more stops\n[0]"},
 
     // A stop that has come is finished before Bootstrap begins and before the process ends.
     {"BeforeLoading", faults + "RAISE_BEFORE_LOADING=1 ON_STOP=sleep", "-do=print", answered + "stops 1\n[0]"},
