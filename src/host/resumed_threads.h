@@ -16,8 +16,8 @@ namespace launcher {
 //   marked               a later answer finds that the thread has ended   free
 //
 // The run that takes a mark counts as the interruption. A handler installed by signal(3) cannot see whether it is: if a
-// stop has come first, the interruption becomes the stop. The count is right either way, however late one of them is.
-// An answer that comes just before the thread goes on misses it, and the next one interrupts it without need.
+// stop has come first, the interruption becomes the stop, and the count is right either way. An answer that comes just
+// before the thread goes on misses it. The next one interrupts it without need, or who has its id if it has ended.
 
 /// How the calling thread left its handler the last time.
 struct LastRun {
