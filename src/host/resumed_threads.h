@@ -6,7 +6,6 @@ namespace launcher {
 
 // The threads that SIGTERM interrupted and that went on before their stop was answered. When it is, they are
 // interrupted once more, so that a loop around pause(2) looks at its condition again: by a SIGTERM that is no stop.
-//
 // Each of them has a place:
 //   state of the place   event                                            next state
 //   free                 the thread goes on                               waits for its answer
@@ -17,7 +16,8 @@ namespace launcher {
 //
 // The run that takes a mark counts as the interruption. A handler installed by signal(3) cannot see whether it is: if a
 // stop has come first, the interruption becomes the stop, and the count is right either way. An answer that comes just
-// before the thread goes on misses it. The next one interrupts it without need, or who has its id if it has ended.
+// before the thread goes on misses it, and the next one interrupts it without need. If it has ended by then and another
+// thread has its id, that one counts a stop too many: rare, and a module bears to be stopped again.
 
 /// How the calling thread left its handler the last time.
 struct LastRun {
